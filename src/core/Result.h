@@ -16,6 +16,7 @@ struct Failure {
         Locked, // another program holds it
         ReadOnly, // file or folder cannot be written
         Full, // no room left on the disk
+        OldSchema, // the database lacks a column or table that newer versions added
         Cancelled, // the operator stopped it
     };
 

@@ -1,0 +1,23 @@
+// SPDX-FileCopyrightText: 2026 The Tordillo Compact authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "Harness.h"
+
+// The subjects, each adding its rows to the table. They know nothing of each other; a new one is a file of its own, a
+// line here and one in the list of Main.cpp.
+
+// Storing a QSO until it is durable, and what a QSO takes in the file.
+void BenchStore(const BenchSetting &setting, ResultTable &table);
+// Pages of the log at its ends and in the middle.
+void BenchPages(const BenchSetting &setting, ResultTable &table);
+// What is looked up while a call is typed and stored, and the look at the schema when the program starts.
+void BenchCalls(const BenchSetting &setting, ResultTable &table);
+// The country of a call.
+void BenchCountry(const BenchSetting &setting, ResultTable &table);
+// From the start of the process to the first page of the log.
+void BenchStart(const BenchSetting &setting, ResultTable &table);
+
+inline constexpr qint64 smallLog = 1000;
+inline constexpr qint64 middleLog = 20020;
+inline constexpr qint64 largeLog = 1000000;

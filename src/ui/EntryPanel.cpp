@@ -1,0 +1,483 @@
+// SPDX-FileCopyrightText: 2026 The Tordillo Compact authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "ui/EntryPanel.h"
+
+#include "core/Conversions.h"
+#include "core/FieldMemory.h"
+#include "logging/BandPlan.h"
+#include "logging/CallInfo.h"
+#include "logging/EntryTime.h"
+#include "ui/FieldFilter.h"
+#include "ui/Program.h"
+#include "ui/Theme.h"
+#include "ui/Window.h"
+#include "ui_EntryPanel.h"
+
+using EntryRules::EntryFocus;
+using EntryRules::KeyFilter;
+
+namespace {
+
+CharFilter KeysOf(KeyFilter filter)
+{
+    return [filter](QChar key) { return EntryRules::FilterKey(key, filter); };
+}
+
+// While a country is looked up at each key, shorter texts would only flicker.
+constexpr int shortestLookup = 3;
+
+} // namespace
+
+EntryPanel::EntryPanel(Program &program, QWidget *parent)
+    : QWidget(parent)
+    , program_(program)
+    , ui_(std::make_unique<Ui::EntryPanel>())
+{
+    ui_->setupUi(this);
+    for (QLabel *label : {ui_->Label2, ui_->Label3, ui_->Label8})
+        MarkAccent(label);
+    // These act and give the focus back at once, so a click must not count as leaving the field.
+    for (QWidget *control : std::initializer_list<QWidget *>{ui_->Check1, ui_->Check2, ui_->Check3, ui_->Check4,
+             ui_->Command7, ui_->Command13, ui_->Command14})
+        control->setFocusPolicy(Qt::TabFocus);
+    for (QPushButton *button : {ui_->Command7, ui_->Command13, ui_->Command14})
+        button->setEnabled(false);
+    QSizePolicy kept = ui_->activador->sizePolicy();
+    kept.setRetainSizeWhenHidden(true);
+    ui_->activador->setSizePolicy(kept);
+    ui_->activador->hide();
+    ui_->Label11->hide();
+    ui_->Label20->hide();
+    // The bottom line must be as high without an activity as with one.
+    ui_->Label18->setMinimumHeight(ui_->Combo1->sizeHint().height());
+    AttachFilters();
+    Connect();
+    ConnectChecks();
+}
+
+EntryPanel::~EntryPanel() = default;
+
+void EntryPanel::AttachFilters()
+{
+    FieldFilter::Attach(ui_->Corresponsal, KeysOf(KeyFilter::Callsign));
+    FieldFilter::Attach(ui_->Fecha, KeysOf(KeyFilter::Date));
+    FieldFilter::Attach(ui_->Hora, KeysOf(KeyFilter::Time));
+    FieldFilter::Attach(ui_->Text1, KeysOf(KeyFilter::Digits));
+    FieldFilter::Attach(ui_->Text2, KeysOf(KeyFilter::Grid));
+    for (QLineEdit *field : {ui_->SOTA, ui_->POTA_IN, ui_->MYSOTA, ui_->MY_POTA})
+        FieldFilter::Attach(field, {}, LetterCase::Upper);
+    Window::ShowFocusOn({ui_->Corresponsal, ui_->Fecha, ui_->Hora, ui_->RSE, ui_->RSR, ui_->mhz, ui_->Text1, ui_->Text2,
+        ui_->Obs, ui_->Combo1, ui_->Combo2, ui_->SOTA, ui_->POTA_IN, ui_->MYSOTA, ui_->MY_POTA});
+}
+
+void EntryPanel::Connect()
+{
+    connect(ui_->Corresponsal, &QLineEdit::textChanged, this, &EntryPanel::CallChanged);
+    connect(ui_->Text1, &QLineEdit::textEdited, this, [this](const QString &text) {
+        if (text.size() == 3 && clockRunning_)
+            ui_->Obs->setFocus();
+    });
+    connect(ui_->Text2, &QLineEdit::textEdited, this, &EntryPanel::GridChanged);
+    connect(ui_->Combo1, &QComboBox::activated, this, &EntryPanel::ModeClicked);
+    connect(ui_->mhz, &QComboBox::activated, this, &EntryPanel::MegahertzClicked);
+    connect(ui_->Combo2, &QComboBox::activated, this, &EntryPanel::FocusCorresponsal);
+    connect(ui_->Command2, &QPushButton::clicked, this, &EntryPanel::StoreClicked);
+    connect(ui_->Command7, &QPushButton::clicked, this, &EntryPanel::CallQsosClicked);
+    connect(ui_->Label19, &ClickLabel::DoubleClicked, this, &EntryPanel::SummitsClicked);
+    for (QComboBox *combo : {ui_->mhz, ui_->Combo1})
+        combo->setCompleter(nullptr);
+}
+
+void EntryPanel::ConnectChecks()
+{
+    Configuration &configuration = program_.logbook.configuration;
+    connect(ui_->Check1, &QCheckBox::clicked, this, &EntryPanel::QtrManualChanged);
+    connect(ui_->Check2, &QCheckBox::clicked, this, &EntryPanel::ViaSatelliteClicked);
+    connect(ui_->Check3, &QCheckBox::clicked, this, &EntryPanel::FocusCorresponsal);
+    connect(ui_->Check3, &QCheckBox::toggled, this, [&configuration](bool on) { configuration.NoBorrar = on; });
+    connect(ui_->Check4, &QCheckBox::toggled, this, [this, &configuration](bool on) {
+        configuration.Activac = on;
+        ShowActivation();
+    });
+    connect(ui_->MYSOTA, &QLineEdit::textChanged, this,
+        [&configuration](const QString &text) { configuration.MySOTA = text; });
+    connect(ui_->MY_POTA, &QLineEdit::textChanged, this,
+        [&configuration](const QString &text) { configuration.MyPOTA = text; });
+    connect(ui_->Label11, &QPushButton::clicked, this, [this] {
+        ui_->Label11->setText(ui_->Label11->text() == u"LU" ? u"UTC"_qs : u"LU"_qs);
+        FillTime();
+    });
+}
+
+void EntryPanel::FillLists()
+{
+    ui_->Combo1->addItems(BandPlan::EntryModes());
+    ui_->Combo1->setCurrentText(u"SSB"_qs);
+    ui_->Label7->setText(u"80m"_qs);
+    ui_->mhz->addItems(BandPlan::EntryMegahertz());
+    ui_->mhz->setCurrentText(u"3"_qs);
+    ui_->Combo2->addItems(BandPlan::EntryBands());
+    ui_->Combo2->setCurrentText(u"80m"_qs);
+    ui_->Label11->setText(u"LU"_qs);
+    ui_->RSE->setText(u"59"_qs);
+    ui_->RSR->setText(u"59"_qs);
+}
+
+void EntryPanel::RestoreFieldMemory()
+{
+    const FieldMemory memory = ReadFieldMemory(program_.logbook);
+    if (!memory.present)
+        ui_->Text1->setText(u"650"_qs);
+    if (memory.mhz) {
+        ui_->mhz->setCurrentText(*memory.mhz);
+        ui_->Text1->setText(*memory.khz);
+    }
+    if (memory.band)
+        ui_->Label7->setText(*memory.band);
+    if (memory.qtrManual) {
+        ui_->Check1->setChecked(*memory.qtrManual);
+        QtrManualChanged();
+    }
+}
+
+void EntryPanel::RestoreExitMemory()
+{
+    const ExitMemory memory = ReadExitMemory(program_.logbook);
+    if (memory.modo) {
+        ui_->Combo1->setCurrentText(*memory.modo);
+        const QString report = EntryRules::ReportForMode(*memory.modo);
+        ui_->RSE->setText(report);
+        ui_->RSR->setText(report);
+    }
+    if (memory.mhz)
+        ui_->mhz->setCurrentText(*memory.mhz);
+    if (memory.khz)
+        ui_->Text1->setText(*memory.khz);
+    if (memory.mhz || memory.khz)
+        UpdateBand(false);
+    if (memory.viaSatelite && *memory.viaSatelite) {
+        TickViaSatellite(true);
+        Q_EMIT ViaSatelliteClicked(true);
+    }
+}
+
+void EntryPanel::ShowConfiguration()
+{
+    // A copy: the controls write back into the configuration while they are being set.
+    const Configuration configuration = program_.logbook.configuration;
+    ui_->Check3->setChecked(configuration.NoBorrar);
+    ui_->MYSOTA->setText(configuration.MySOTA);
+    ui_->MY_POTA->setText(configuration.MyPOTA);
+    ui_->Check4->setChecked(configuration.Activac);
+    ShowActivation();
+    ShowCaptions();
+}
+
+void EntryPanel::ShowCaptions()
+{
+    const Logbook::Captions &captions = program_.logbook.captions;
+    ui_->Label2->setText(captions.station);
+    ui_->Label3->setText(captions.operador);
+    ui_->Label8->setText(captions.grid);
+    ui_->Frame1->setTitle(QString(captions.log).replace(u'&', u"&&"_qs));
+}
+
+EntryRules::EntryFields EntryPanel::Fields() const
+{
+    EntryRules::EntryFields fields;
+    fields.corresponsal = ui_->Corresponsal->text();
+    fields.modo = ui_->Combo1->currentText();
+    fields.rse = ui_->RSE->text();
+    fields.rsr = ui_->RSR->text();
+    fields.viaSatellite = ui_->Check2->isChecked();
+    fields.station = ui_->Label2->text();
+    fields.operatorCall = ui_->Label3->text();
+    return fields;
+}
+
+QWidget *EntryPanel::FieldOf(EntryFocus focus) const
+{
+    switch (focus) {
+    case EntryFocus::Fecha:
+        return ui_->Fecha;
+    case EntryFocus::Hora:
+        return ui_->Hora;
+    case EntryFocus::Rse:
+        return ui_->RSE;
+    case EntryFocus::Rsr:
+        return ui_->RSR;
+    case EntryFocus::Kilohertz:
+        return ui_->Text1;
+    case EntryFocus::Grid:
+        return ui_->Text2;
+    case EntryFocus::Obs:
+        return ui_->Obs;
+    default:
+        return ui_->Corresponsal;
+    }
+}
+
+void EntryPanel::FocusField(EntryFocus focus) { FieldOf(focus)->setFocus(); }
+
+QString EntryPanel::Call() const { return ui_->Corresponsal->text(); }
+
+NewQso EntryPanel::ReadQso() const
+{
+    NewQso qso;
+    qso.call = ui_->Corresponsal->text();
+    qso.band = ui_->Label7->text();
+    qso.mode = ui_->Combo1->currentText();
+    qso.reportSent = ui_->RSE->text();
+    qso.reportReceived = ui_->RSR->text();
+    qso.SOTA = ui_->SOTA->text();
+    qso.POTA = ui_->POTA_IN->text();
+    // The own summit counts only during an activation; the own park counts always.
+    qso.MYSOTA = ui_->Check4->isChecked() ? ui_->MYSOTA->text() : QString();
+    qso.MY_POTA = ui_->MY_POTA->text();
+    qso.date = ui_->Fecha->text();
+    qso.time = ui_->Hora->text();
+    qso.station = ui_->Label2->text();
+    qso.operatorCall = ui_->Label3->text();
+    qso.remarks = ui_->Obs->text();
+    qso.frequency = ui_->mhz->currentText() + u'.' + ui_->Text1->text();
+    qso.grid = ui_->Text2->text();
+    qso.ownGrid = ui_->Label8->text();
+    return qso;
+}
+
+bool EntryPanel::QtrManual() const { return ui_->Check1->isChecked(); }
+bool EntryPanel::ViaSatellite() const { return ui_->Check2->isChecked(); }
+bool EntryPanel::ZoneVisible() const { return !ui_->Label11->isHidden(); }
+QString EntryPanel::ZoneCaption() const { return ui_->Label11->text(); }
+
+void EntryPanel::ClearAfterStore(qint64 id)
+{
+    lastId_ = QString::number(id);
+    ui_->Corresponsal->clear();
+    if (!ui_->Check3->isChecked())
+        ui_->Obs->clear();
+    ui_->Text2->clear();
+    ui_->SOTA->clear();
+    ui_->POTA_IN->clear();
+}
+
+void EntryPanel::WipeCall()
+{
+    ui_->Corresponsal->clear();
+    ui_->Text2->clear();
+    ui_->Corresponsal->setFocus();
+}
+
+// The memories are a convenience: that one cannot be written must not come between the operator and the next contact.
+void EntryPanel::SaveFieldMemory()
+{
+    static_cast<void>(::SaveFieldMemory(program_.logbook, ui_->mhz->currentText(), ui_->Text1->text(),
+        ui_->Label7->text(), ui_->Check1->isChecked()));
+}
+
+void EntryPanel::SaveExitMemory()
+{
+    static_cast<void>(::SaveExitMemory(program_.logbook, ui_->Combo1->currentText(), ui_->mhz->currentText(),
+        ui_->Text1->text(), ui_->Check2->isChecked()));
+}
+
+void EntryPanel::EnterSatelliteMode(const UplinkFrequency &uplink)
+{
+    if (!beforeSatellite_)
+        beforeSatellite_ = Saved{ui_->Combo1->currentText(), ui_->mhz->currentText(), ui_->Text1->text()};
+    for (QWidget *field : std::initializer_list<QWidget *>{ui_->Combo1, ui_->mhz, ui_->Text1})
+        field->setEnabled(false);
+    SetFrequency(uplink.megahertz.isEmpty() ? ui_->mhz->currentText() : uplink.megahertz, uplink.kilohertz);
+}
+
+void EntryPanel::LeaveSatelliteMode()
+{
+    for (QWidget *field : std::initializer_list<QWidget *>{ui_->Combo1, ui_->mhz, ui_->Text1})
+        field->setEnabled(true);
+    if (!beforeSatellite_)
+        return;
+    ui_->Combo1->setCurrentText(beforeSatellite_->mode);
+    SetFrequency(beforeSatellite_->mhz, beforeSatellite_->khz);
+    beforeSatellite_.reset();
+}
+
+void EntryPanel::ApplySatellite(const UplinkFrequency &uplink, const QString &mode)
+{
+    SetFrequency(uplink.megahertz, uplink.kilohertz);
+    ui_->Combo1->setCurrentText(mode);
+}
+
+void EntryPanel::TickViaSatellite(bool ticked) { ui_->Check2->setChecked(ticked); }
+
+void EntryPanel::ShowActivity(const QString &text)
+{
+    ui_->Label20->setText(text);
+    ui_->Label20->setVisible(!text.isEmpty());
+}
+
+void EntryPanel::Entered(QWidget *field)
+{
+    static constexpr EntryFocus inOrder[] = {EntryFocus::Corresponsal, EntryFocus::Fecha, EntryFocus::Hora,
+        EntryFocus::Rse, EntryFocus::Rsr, EntryFocus::Kilohertz, EntryFocus::Grid, EntryFocus::Obs};
+    for (int i = 0; i < 8; ++i)
+        if (field == FieldOf(inOrder[i]))
+            entryField_ = i + 1;
+    if (field == ui_->Fecha)
+        ui_->Fecha->setSelection(0, 2);
+    else if (field == ui_->Hora)
+        ui_->Hora->setSelection(3, 2);
+    else if (field == ui_->RSE || field == ui_->RSR || field == ui_->Text1)
+        static_cast<QLineEdit *>(field)->selectAll();
+    else if (auto *line = qobject_cast<QLineEdit *>(field))
+        line->end(false); // a stray key must not replace what stands there
+}
+
+void EntryPanel::Left(QWidget *field)
+{
+    if (field == ui_->Corresponsal) {
+        CallLeft();
+    } else if (field == ui_->Fecha || field == ui_->Hora) {
+        auto *line = static_cast<QLineEdit *>(field);
+        const EntryRules::FieldCheck check = field == ui_->Fecha ? EntryRules::CheckFecha(line->text())
+                                                                 : EntryRules::CheckHora(line->text());
+        line->setText(check.text);
+        if (!check.message.isEmpty())
+            Q_EMIT FieldRefused(field, check.message);
+    } else if (field == ui_->RSE || field == ui_->RSR) {
+        CheckReport(static_cast<QLineEdit *>(field));
+    } else if (field == ui_->Text1) {
+        KilohertzLeft();
+    } else if (field == ui_->Text2) {
+        if (!EntryRules::GridLengthAllowed(ui_->Text2->text().size(), EntryRules::GridOf::Correspondent))
+            Q_EMIT FieldRefused(field, EntryRules::BadGridMessage());
+    }
+}
+
+void EntryPanel::Tick()
+{
+    clockRunning_ = true;
+    if (ui_->Check1->isChecked())
+        return;
+    const EntryTime::DateAndTime now
+        = EntryTime::ClockFields(program_.logbook.ClockInUse().Now(), program_.logbook.configuration.DiferUTC);
+    Window::SetTextKeepingFocus(ui_->Fecha, now.fecha);
+    Window::SetTextKeepingFocus(ui_->Hora, now.hora);
+}
+
+void EntryPanel::CallChanged()
+{
+    const QString call = ui_->Corresponsal->text();
+    for (QPushButton *button : {ui_->Command7, ui_->Command13, ui_->Command14})
+        button->setEnabled(!call.isEmpty());
+    if (call.isEmpty())
+        ui_->Label18->clear();
+    else if (program_.logbook.configuration.BuscaE && call.size() >= shortestLookup)
+        ShowCountry();
+}
+
+void EntryPanel::CallLeft()
+{
+    const QString call = ui_->Corresponsal->text();
+    if (call.isEmpty())
+        return;
+    if (!LooksLikeCallsign(call)) {
+        Q_EMIT FieldRefused(ui_->Corresponsal, DoubtfulCallMessage(call));
+        return;
+    }
+    if (!call.contains(u'/') && ui_->Text2->text().isEmpty()) {
+        // An unreadable database is told when the contact is to be stored; here it only costs the proposal.
+        if (const Result<QString> grid = FindGridOfCall(program_.logbook.Store(), program_.logbook.LogInUse, call))
+            ui_->Text2->setText(*grid);
+    }
+    if (!program_.logbook.configuration.BuscaE)
+        ShowCountry();
+}
+
+void EntryPanel::ShowCountry() { ui_->Label18->setText(program_.dxcc.CountryLabel(ui_->Corresponsal->text())); }
+
+void EntryPanel::CheckReport(QLineEdit *field)
+{
+    const QString text = field->text();
+    if (EntryRules::ValidateReport(text, ui_->Combo1->currentText()) == 0)
+        return;
+    field->setText(u"59"_qs);
+    Q_EMIT FieldRefused(field, EntryRules::BadReportMessage(text));
+}
+
+void EntryPanel::KilohertzLeft()
+{
+    ui_->Text1->setText(BandPlan::PadKilohertz(ui_->Text1->text()));
+    UpdateBand(true);
+}
+
+void EntryPanel::UpdateBand(bool warn)
+{
+    const QString mhz = ui_->mhz->currentText(), khz = ui_->Text1->text();
+    const BandPlan::FieldBand band = BandPlan::BandOfFields(mhz, khz, BandPlan::FieldsOf::EntryWindow);
+    ui_->Label7->setText(band.band);
+    const QString frequency = mhz + u'.' + khz;
+    if (!band.outOfBand) {
+        warnedFrequency_.clear();
+    } else if (warn && frequency != warnedFrequency_) {
+        warnedFrequency_ = frequency;
+        Q_EMIT FieldRefused(ui_->Text1, band.message);
+    }
+}
+
+void EntryPanel::GridChanged()
+{
+    const QString text = ui_->Text2->text(), good = EntryRules::CutBadGridCharacter(text);
+    if (good != text)
+        ui_->Text2->setText(good);
+}
+
+void EntryPanel::ModeClicked()
+{
+    const QString report = EntryRules::ReportForMode(ui_->Combo1->currentText());
+    ui_->RSE->setText(report);
+    ui_->RSR->setText(report);
+    ui_->Corresponsal->setFocus();
+}
+
+void EntryPanel::MegahertzClicked()
+{
+    if (ui_->Text1->text().isEmpty())
+        return;
+    const BandPlan::FieldBand band = BandPlan::BandOfFields(
+        ui_->mhz->currentText(), ui_->Text1->text(), BandPlan::FieldsOf::EntryWindow);
+    ui_->Label7->setText(band.band);
+    if (band.outOfBand)
+        program_.dialogs.Message(this, band.message);
+    ui_->Corresponsal->setFocus();
+}
+
+void EntryPanel::FillTime()
+{
+    const QDateTime now = program_.logbook.ClockInUse().Now();
+    const EntryTime::DateAndTime shown = ui_->Label11->text() == u"LU"
+        ? EntryTime::LocalFields(now)
+        : EntryTime::ClockFields(now, program_.logbook.configuration.DiferUTC);
+    ui_->Fecha->setText(shown.fecha);
+    ui_->Hora->setText(shown.hora);
+}
+
+void EntryPanel::QtrManualChanged()
+{
+    const bool manual = ui_->Check1->isChecked();
+    ui_->Label11->setVisible(manual);
+    if (manual)
+        FillTime();
+    if (!clockRunning_)
+        return;
+    ui_->Corresponsal->setFocus();
+    SaveFieldMemory();
+}
+
+void EntryPanel::ShowActivation() { ui_->activador->setVisible(ui_->Check4->isChecked()); }
+
+void EntryPanel::SetFrequency(const QString &mhz, const QString &khz)
+{
+    ui_->mhz->setCurrentText(mhz);
+    ui_->Text1->setText(khz);
+    UpdateBand(false);
+}

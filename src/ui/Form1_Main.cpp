@@ -1,0 +1,347 @@
+// SPDX-FileCopyrightText: 2026 The Tordillo Compact authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "ui/Form1_Main.h"
+
+#include "core/Conversions.h"
+#include "core/Schema.h"
+#include "logging/EntryTime.h"
+#include "ui/CallerPanel.h"
+#include "ui/EntryPanel.h"
+#include "ui/Form17_CallQsos.h"
+#include "ui/Form2_Settings.h"
+#include "ui/LogListPanel.h"
+#include "ui/MainMenu.h"
+#include "ui/Program.h"
+#include "ui/SatellitePanel.h"
+#include "ui/StartUp.h"
+#include "ui/WindowScaler.h"
+#include "ui/Windows.h"
+
+#include <QDesktopServices>
+#include <QKeyEvent>
+#include <QPushButton>
+#include <QScreen>
+#include <QUrl>
+#include <QVBoxLayout>
+
+namespace {
+
+// Shorter calls are not worth a lookup by key.
+constexpr int shortestLookup = 4;
+
+const QString summitsName = u"summitslist_Arg.csv"_qs;
+
+// Larger than this the window is drawn for; the scaler fits it to the screen.
+constexpr QSize drawnSize(1340, 690);
+
+bool IsEnter(const QKeyEvent *event) { return event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter; }
+
+} // namespace
+
+Form1::Form1(Program &program)
+    : Window(u"Form1"_qs, program.dialogs)
+    , program_(program)
+    , menu_(new MainMenu(this))
+    , entry_(new EntryPanel(program, this))
+    , satellite_(new SatellitePanel(program, this))
+    , caller_(new CallerPanel(this))
+    , list_(new LogListPanel(program, this))
+    , startUp_(std::make_unique<StartUp>(program, *this, *entry_, *satellite_))
+{
+    setWindowTitle(u"Tordillo Compact V"_qs + Logbook::AppVersion);
+    setWindowIcon(QIcon(u":/icons/tordillo.svg"_qs));
+    BuildLayout();
+    BuildHiddenButtons();
+    ConnectPanels();
+    ConnectMenu();
+}
+
+Form1::~Form1() = default;
+
+void Form1::BuildLayout()
+{
+    auto *rows = new QVBoxLayout(this);
+    rows->setMenuBar(menu_);
+    rows->setContentsMargins(8, 4, 8, 8);
+    rows->setSpacing(6);
+    rows->addWidget(entry_);
+    auto *strip = new QHBoxLayout;
+    strip->setSpacing(8);
+    strip->addWidget(satellite_, 1);
+    strip->addWidget(caller_);
+    rows->addLayout(strip);
+    rows->addWidget(list_, 1);
+    setMinimumSize(900, 560);
+    resize(drawnSize);
+}
+
+// Maintenance commands that no menu offers.
+void Form1::BuildHiddenButtons()
+{
+    const auto make = [this](const QString &name, const QString &caption) {
+        auto *button = new QPushButton(caption, this);
+        button->setObjectName(name);
+        button->setAccessibleName(caption);
+        button->hide();
+        return button;
+    };
+    connect(make(u"Command3"_qs, u"Command3"_qs), &QPushButton::clicked, this, [this] {
+        if (const Result<void> upgraded = UpgradeSchema(program_.logbook.Store()); !upgraded)
+            dialogs().Message(this, upgraded.failure().text, Dialogs::Icon::Critical);
+    });
+    connect(make(u"Command5"_qs, u"Hacer Tabla!"_qs), &QPushButton::clicked, this, [this] {
+        if (const Result<void> wiped = WipeAllTables(program_.logbook.Store()); !wiped)
+            dialogs().Message(this, wiped.failure().text, Dialogs::Icon::Critical);
+    });
+    make(u"Command9"_qs, u"Command9"_qs);
+}
+
+void Form1::ConnectPanels()
+{
+    connect(entry_, &EntryPanel::StoreClicked, this, &Form1::StoreQso);
+    connect(entry_, &EntryPanel::CallQsosClicked, this, &Form1::ShowCallQsos);
+    connect(entry_, &EntryPanel::SummitsClicked, this, &Form1::OpenSummits);
+    connect(entry_, &EntryPanel::ViaSatelliteClicked, this, &Form1::SetViaSatellite);
+    connect(entry_, &EntryPanel::FieldRefused, this,
+        [this](QWidget *field, const QString &message) { QueueFieldMessage(field, message); });
+    connect(satellite_, &SatellitePanel::SatelliteClicked, this, [this] {
+        entry_->ApplySatellite(satellite_->Uplink(), satellite_->Mode());
+        entry_->FocusCorresponsal();
+    });
+    connect(list_, &LogListPanel::PageMoved, this, [this] { entry_->FocusCorresponsal(); });
+}
+
+void Form1::ConnectMenu()
+{
+    menu_->On("conf", this, &Form1::OpenSettings);
+    menu_->On("cumbres", this, &Form1::OpenSummits);
+    menu_->On("salir", this, [this] {
+        if (ConfirmLeaving())
+            Leave();
+    });
+}
+
+bool Form1::Load()
+{
+    CaptureLayout(this);
+    FitToScreen(this, screen()->availableSize(), true);
+    SetArchivoMenu(false);
+    const bool usable = startUp_->Load();
+    entry_->FocusCorresponsal();
+    return usable;
+}
+
+void Form1::showEvent(QShowEvent *event)
+{
+    Window::showEvent(event);
+    startUp_->Begin();
+}
+
+void Form1::LoadLogPage(qint64 firstRow) { list_->LoadLogPage(firstRow); }
+
+void Form1::SetArchivoMenu(bool enabled) { menu_->SetArchivoEnabled(enabled); }
+
+void Form1::ShowConfiguration() { entry_->ShowConfiguration(); }
+
+void Form1::ShowCaptions() { entry_->ShowCaptions(); }
+
+void Form1::StartTimer7() { startUp_->StartTimer7(); }
+
+void Form1::StopTimer7() { startUp_->StopTimer7(); }
+
+bool Form1::ClaimsShortcut(const QKeyEvent *event) const
+{
+    switch (event->key()) {
+    case Qt::Key_L:
+    case Qt::Key_Q:
+    case Qt::Key_X:
+    case Qt::Key_W:
+        return event->modifiers() == Qt::ControlModifier;
+    case Qt::Key_Home:
+    case Qt::Key_End:
+    case Qt::Key_PageUp:
+    case Qt::Key_PageDown:
+        return true;
+    default:
+        return false;
+    }
+}
+
+bool Form1::PreviewKey(QKeyEvent *event)
+{
+    if (PreviewControlKey(event))
+        return true;
+    switch (event->key()) {
+    case Qt::Key_PageDown:
+        list_->PageDown();
+        return true;
+    case Qt::Key_PageUp:
+        list_->PageUp();
+        return true;
+    case Qt::Key_Home:
+        list_->FirstPage();
+        return true;
+    case Qt::Key_End:
+        list_->LastPage();
+        return true;
+    case Qt::Key_Escape:
+        program_.logbook.LongWork().CancelAll();
+        return true;
+    default:
+        break;
+    }
+    if (!IsEnter(event))
+        return false;
+    // A key that is held must not run through the fields and store half a contact.
+    if (!event->isAutoRepeat())
+        Walk();
+    return true;
+}
+
+bool Form1::PreviewControlKey(QKeyEvent *event)
+{
+    if (!ClaimsShortcut(event) || !CtrlHeld())
+        return false;
+    if (event->isAutoRepeat())
+        return true;
+    if (event->key() == Qt::Key_W)
+        entry_->WipeCall();
+    else if (event->key() == Qt::Key_X && entry_->Call().size() >= shortestLookup)
+        ShowCallQsos();
+    else
+        return event->key() != Qt::Key_Home && event->key() != Qt::Key_End && event->key() != Qt::Key_PageUp
+            && event->key() != Qt::Key_PageDown;
+    return true;
+}
+
+void Form1::Walk()
+{
+    if (FieldMessagePending())
+        return;
+    EntryRules::EntryFields fields = entry_->Fields();
+    fields.satellite = satellite_->Satellite();
+    if (const auto refusal = EntryRules::RefuseWalk(fields)) {
+        const bool critical = refusal->icon == EntryRules::WalkRefusal::Icon::Critical;
+        dialogs().Message(
+            this, refusal->message, critical ? Dialogs::Icon::Critical : Dialogs::Icon::Exclamation);
+        GiveFocusTo(refusal->focus == EntryRules::EntryFocus::Satellite ? satellite_->NameField()
+                                                                        : entry_->FieldOf(refusal->focus));
+        return;
+    }
+    const auto next
+        = EntryRules::NextEntryField(entry_->EntryField(), entry_->QtrManual(), entry_->ViaSatellite());
+    if (next)
+        entry_->FocusField(*next);
+    else
+        StoreQso();
+}
+
+void Form1::StoreQso()
+{
+    // The click that brought us here may have left a field that has something to say first.
+    if (FieldMessagePending())
+        return;
+    NewQso qso = entry_->ReadQso();
+    if (satellite_->IsActive()) {
+        qso.satellite = satellite_->Satellite();
+        qso.mode = satellite_->Mode();
+    }
+    entry_->SaveFieldMemory();
+    const auto corrected = EntryTime::CorrectedAtEntry(qso.date, qso.time, entry_->ZoneVisible(),
+        entry_->ZoneCaption(), program_.logbook.configuration.DiferUTC);
+    if (!corrected) {
+        dialogs().Message(this, u"La fecha %1 o la hora %2 no se pueden leer.\nEl QSO no fue guardado."_qs.arg(
+                                    qso.date, qso.time));
+        entry_->FocusCorresponsal();
+        return;
+    }
+    qso.date = corrected->fecha;
+    qso.time = corrected->hora;
+    const Result<qint64> id = AddQso(program_.logbook.Store(), program_.logbook.LogInUse, qso);
+    if (!id) {
+        TellStoreFailure(id.failure());
+        return;
+    }
+    entry_->ClearAfterStore(*id);
+    LoadLogPage(1);
+    entry_->FocusCorresponsal();
+}
+
+void Form1::TellStoreFailure(const Failure &failure)
+{
+    dialogs().Message(this, u"El QSO no fue guardado. Sus datos siguen en los campos.\n\n"_qs + failure.text,
+        Dialogs::Icon::Critical);
+    entry_->FocusCorresponsal();
+}
+
+void Form1::ShowCallQsos()
+{
+    const QString call = entry_->Call();
+    const Result<QList<QsoRow>> rows = QsosWithCall(program_.logbook.Store(), program_.logbook.LogInUse, call);
+    if (!rows) {
+        dialogs().Message(this, rows.failure().text, Dialogs::Icon::Critical);
+    } else if (rows->isEmpty()) {
+        dialogs().Message(this, u"Sin QSOs con "_qs + call);
+    } else {
+        program_.windows.CallQsos().Show(call, *rows);
+    }
+}
+
+void Form1::OpenSummits()
+{
+    const QString path = program_.logbook.PathOf(summitsName);
+    if (program_.logbook.Files().Exists(path))
+        QDesktopServices::openUrl(QUrl::fromLocalFile(path));
+}
+
+void Form1::SetViaSatellite(bool on)
+{
+    if (on)
+        entry_->EnterSatelliteMode(satellite_->Uplink());
+    else
+        entry_->LeaveSatelliteMode();
+    satellite_->SetActive(on);
+    entry_->FocusCorresponsal();
+}
+
+void Form1::OpenSettings()
+{
+    LoadConfig(program_.logbook);
+    ShowConfiguration();
+    program_.windows.Settings().FillLists();
+    program_.windows.Settings().ShowSettings();
+    ShowCaptions();
+}
+
+void Form1::FieldEntered(QWidget *field) { entry_->Entered(field); }
+
+void Form1::FieldLeft(QWidget *field) { entry_->Left(field); }
+
+QWidget *Form1::FocusFallback() const { return entry_->FieldOf(EntryRules::EntryFocus::Corresponsal); }
+
+bool Form1::ConfirmLeaving()
+{
+    program_.logbook.LongWork().CancelAll();
+    return dialogs().Ask(
+        this, u"Sale de Tordillo Compacto?"_qs, Dialogs::Icon::Question, Dialogs::Button::No);
+}
+
+bool Form1::MayClose()
+{
+    if (leaving_)
+        return true;
+    if (!ConfirmLeaving())
+        return false;
+    if (const Result<void> saved = SaveConfig(program_.logbook, program_.FirstRun); !saved)
+        dialogs().Message(this, saved.failure().text, Dialogs::Icon::Critical);
+    Leave();
+    return true;
+}
+
+void Form1::Leave()
+{
+    leaving_ = true;
+    program_.processEvents();
+    entry_->SaveExitMemory();
+    program_.end(0);
+}

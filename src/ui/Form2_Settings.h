@@ -1,0 +1,69 @@
+// SPDX-FileCopyrightText: 2026 The Tordillo Compact authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "ui/Window.h"
+
+#include <memory>
+#include <vector>
+
+struct Program;
+class QLineEdit;
+class QToolButton;
+namespace Ui {
+class Form2;
+}
+
+// The settings. Its controls are bound to the configuration one by one: what is typed here holds at once everywhere,
+// and leaving the window always saves it, by either button.
+//
+// | control                     | setting                                   | guarded by                     |
+// |-----------------------------|-------------------------------------------|--------------------------------|
+// | Text1, Text2                | station, operator                         | KeyFilter::Callsign, IsCallsignShape |
+// | Text3                       | offset from UTC in hours                  | KeyFilter::UtcOffset           |
+// | Text4                       | own grid                                  | CutBadGridCharacter, GridLengthAllowed |
+// | Check1, panta               | country while typing, dark                |                                |
+// | user_lda, pass_lda          | LdA account; Command4 tests it            |                                |
+// | Text5, Text6                | QRZ account                               |                                |
+// | Text8, Text7                | LdA lookup account                        |                                |
+// | Text9, Text10               | eQSL account                              |                                |
+// | Label6, Command5 to 7       | audio file of the caller: choose, try out |                                |
+// | Puerto, RTS, DTR            | serial port and line; Command8 tries them |                                |
+// | Combo1, Combo2              | milliseconds of PTT before and after      |                                |
+// | Command3, Image1, 2, 3      | show a password while held                |                                |
+class Form2 : public Window {
+    Q_OBJECT
+
+public:
+    Form2(Program &program, QWidget *owner);
+    ~Form2() override;
+
+    // Ports and delays. On the first run they stay empty.
+    void FillLists();
+    // Puts the configuration into the controls and shows the window until it is left.
+    void ShowSettings();
+    // The theme that the configuration tells.
+    void ApplyTheme();
+
+protected:
+    bool PreviewKey(QKeyEvent *event) override;
+    void FieldEntered(QWidget *field) override;
+    void FieldLeft(QWidget *field) override;
+    bool MayClose() override { return false; }
+
+private:
+    void Bind();
+    void BindLines();
+    void BindPasswords();
+    void ShowConfiguration();
+    bool CallsAreGood();
+    void Save();
+    void Cancel();
+    void SaveAndHide();
+    void ChooseAudio();
+    void GridChanged();
+
+    Program &program_;
+    std::unique_ptr<Ui::Form2> ui_;
+    bool showing_ = false; // while the configuration is put into the controls
+};

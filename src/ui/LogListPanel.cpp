@@ -1,0 +1,111 @@
+// SPDX-FileCopyrightText: 2026 The Tordillo Compact authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "ui/LogListPanel.h"
+
+#include "core/Conversions.h"
+#include "logging/EntryRules.h"
+#include "ui/Dialogs.h"
+#include "ui/FieldFilter.h"
+#include "ui/Program.h"
+#include "ui/Window.h"
+#include "ui_LogListPanel.h"
+
+#include <QHeaderView>
+
+LogListPanel::LogListPanel(Program &program, QWidget *parent)
+    : QWidget(parent)
+    , program_(program)
+    , ui_(std::make_unique<Ui::LogListPanel>())
+{
+    ui_->setupUi(this);
+    ui_->ListView2->setModel(&model_);
+    ui_->ListView2->SetColumnTwips(LogListModel::Widths());
+    FieldFilter::Attach(
+        ui_->Text3, [](QChar key) { return EntryRules::FilterKey(key, EntryRules::KeyFilter::Digits); });
+    Window::ShowFocusOn({ui_->Text3});
+    connect(ui_->ListView2->header(), &QHeaderView::sectionClicked, &model_, &LogListModel::SortByColumn);
+    connect(ui_->anterior, &QPushButton::clicked, this, &LogListPanel::FirstPage);
+    connect(ui_->menos, &QPushButton::clicked, this, &LogListPanel::PageUp);
+    connect(ui_->mas, &QPushButton::clicked, this, &LogListPanel::PageDown);
+    connect(ui_->ultima, &QPushButton::clicked, this, &LogListPanel::LastPage);
+    connect(ui_->Command8, &QPushButton::clicked, this, &LogListPanel::GoToPage);
+    connect(ui_->Command11, &QPushButton::clicked, this, [this] {
+        ReloadPage();
+        Q_EMIT PageMoved();
+    });
+    ShowPaging();
+}
+
+LogListPanel::~LogListPanel() = default;
+
+void LogListPanel::LoadLogPage(qint64 firstRow)
+{
+    Logbook &logbook = program_.logbook;
+    logbook.LogInUse.remove(u'\'');
+    const Result<LogPage> page = ReadLogPage(logbook.Store(), logbook.LogInUse, firstRow);
+    if (!page) {
+        program_.dialogs.Message(window(), page.failure().text, Dialogs::Icon::Critical);
+        return;
+    }
+    count_ = page->count;
+    paging_.Loaded(page->count, firstRow);
+    model_.SetRows(page->rows);
+    ui_->Label6->setText(LogCaption(logbook.LogInUse, count_));
+    ShowPaging();
+}
+
+void LogListPanel::ShowPaging()
+{
+    ui_->txt_pagina->setText(QString::number(paging_.PageNumber));
+    ui_->txt_total->setText(QString::number(std::max<qint64>(1, paging_.PageCount)));
+    const Paging::Buttons enabled = paging_.Enabled(count_);
+    ui_->anterior->setEnabled(enabled.first);
+    ui_->menos->setEnabled(enabled.previous);
+    ui_->mas->setEnabled(enabled.next);
+    ui_->ultima->setEnabled(enabled.last);
+}
+
+void LogListPanel::Move(void (Paging::*step)())
+{
+    (paging_.*step)();
+    ReloadPage();
+    Q_EMIT PageMoved();
+}
+
+void LogListPanel::PageDown()
+{
+    if (ui_->mas->isEnabled())
+        Move(&Paging::Next);
+}
+
+void LogListPanel::PageUp()
+{
+    if (ui_->menos->isEnabled())
+        Move(&Paging::Previous);
+}
+
+void LogListPanel::FirstPage()
+{
+    if (ui_->anterior->isEnabled())
+        Move(&Paging::First);
+}
+
+void LogListPanel::LastPage()
+{
+    if (!ui_->ultima->isEnabled())
+        return;
+    paging_.Last(count_);
+    ReloadPage();
+    Q_EMIT PageMoved();
+}
+
+void LogListPanel::GoToPage()
+{
+    const QString typed = ui_->Text3->text();
+    const qint64 wanted = Conversions::LeadingInteger(typed);
+    const qint64 page = paging_.GoTo(wanted);
+    if (page != wanted)
+        ui_->Text3->setText(QString::number(page));
+    ReloadPage();
+    Q_EMIT PageMoved();
+}

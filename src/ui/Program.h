@@ -1,0 +1,27 @@
+// SPDX-FileCopyrightText: 2026 The Tordillo Compact authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "core/Logbook.h"
+#include "core/Scheduler.h"
+#include "logging/DxccTable.h"
+
+#include <functional>
+
+class Dialogs;
+class Windows;
+
+// What every window is given: the logbook, and the ways to the operator and to time.
+struct Program {
+    Logbook &logbook;
+    Scheduler &scheduler;
+    Dialogs &dialogs;
+    Windows &windows;
+    std::function<void()> processEvents; // one round of the event loop
+    std::function<void(int exitCode)> end; // leaves the event loop; nothing is saved on the way
+    std::function<void(const char *name)> mark; // for the measures of script/bench
+
+    DxccTable dxcc;
+    bool LoadingMainWindow = false;
+    bool FirstRun = false;
+};

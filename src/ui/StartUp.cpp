@@ -1,0 +1,146 @@
+// SPDX-FileCopyrightText: 2026 The Tordillo Compact authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "ui/StartUp.h"
+
+#include "core/Schema.h"
+#include "core/TextFile.h"
+#include "ui/EntryPanel.h"
+#include "ui/Form1_Main.h"
+#include "ui/Form2_Settings.h"
+#include "ui/Program.h"
+#include "ui/SatellitePanel.h"
+#include "ui/Windows.h"
+
+#include <QFileDevice>
+#include <QPushButton>
+
+namespace {
+
+// Tells in debug.txt how far the load step came, should it ever die.
+class LoadTrace {
+public:
+    explicit LoadTrace(const Logbook &logbook)
+    {
+        Result<std::unique_ptr<QIODevice>> opened
+            = logbook.Files().OpenForWriting(logbook.PathOf(u"debug.txt"_qs));
+        if (opened)
+            device_ = *std::move(opened);
+        Mark("1");
+    }
+    void Mark(const char *number)
+    {
+        if (device_) {
+            device_->write(QByteArray(number) + "\r\n");
+            if (auto *file = qobject_cast<QFileDevice *>(device_.get()))
+                file->flush();
+        }
+    }
+
+private:
+    std::unique_ptr<QIODevice> device_;
+};
+
+} // namespace
+
+StartUp::StartUp(Program &program, Form1 &window, EntryPanel &entry, SatellitePanel &satellite)
+    : program_(program)
+    , window_(window)
+    , entry_(entry)
+    , satellite_(satellite)
+{
+    Timer1_ = program.scheduler.Make(1000, [this] { entry_.Tick(); });
+    Timer2_ = program.scheduler.Make(900, [this] {
+        Timer2_->Stop();
+        SecondHalf();
+    });
+    Timer7_ = program.scheduler.Make(20000, [this] {
+        Timer7_->Stop();
+        if (auto *button = window_.findChild<QPushButton *>(u"Command9"_qs))
+            button->click();
+    });
+}
+
+StartUp::~StartUp() = default;
+
+bool StartUp::Load()
+{
+    LoadTrace trace(program_.logbook);
+    program_.LoadingMainWindow = true;
+    program_.FirstRun = false;
+    entry_.FillLists();
+    trace.Mark("2");
+    entry_.RestoreFieldMemory();
+    satellite_.WriteDefaultSatellites();
+    satellite_.LoadSatellites();
+    satellite_.RestoreSatellite();
+    trace.Mark("3");
+    entry_.RestoreExitMemory();
+    trace.Mark("4");
+    LoadPrefixTable();
+    program_.LoadingMainWindow = false;
+    return ProbeDatabase();
+}
+
+void StartUp::LoadPrefixTable()
+{
+    const Logbook &logbook = program_.logbook;
+    const auto device = logbook.Files().OpenForReading(logbook.PathOf(u"dxcc.txt"_qs));
+    if (!device)
+        return;
+    LineReader reader(*device);
+    while (const auto line = reader.Next())
+        if (program_.dxcc.AddLine(*line) == DxccTable::LineUse::NoRoom)
+            break;
+}
+
+bool StartUp::ProbeDatabase()
+{
+    Logbook &logbook = program_.logbook;
+    if (!logbook.Store().Exists() && !HasConfig(logbook))
+        return true;
+    const Result<void> probed = ProbeSchema(logbook.Store());
+    if (probed)
+        return true;
+    program_.dialogs.Message(&window_, probed.failure().text, Dialogs::Icon::Critical);
+    using Kind = Failure::Kind;
+    const Kind kind = probed.failure().kind;
+    return kind != Kind::Missing && kind != Kind::Foreign && kind != Kind::Damaged;
+}
+
+void StartUp::Begin()
+{
+    if (begun_)
+        return;
+    begun_ = true;
+    Timer1_->Start();
+    Timer2_->Start();
+    Timer7_->Start();
+}
+
+void StartUp::SecondHalf()
+{
+    program_.mark("timer2");
+    Form2 &settings = program_.windows.Settings();
+    if (!HasConfig(program_.logbook)) {
+        program_.FirstRun = true;
+        settings.ShowSettings();
+        window_.ShowCaptions();
+        window_.SetArchivoMenu(true);
+        return;
+    }
+    const bool themeTold = LoadConfig(program_.logbook);
+    window_.ShowConfiguration();
+    settings.FillLists();
+    if (themeTold)
+        settings.ApplyTheme();
+    window_.SetArchivoMenu(false);
+    window_.LoadLogPage(1);
+    window_.SetArchivoMenu(true);
+    program_.mark("page-shown");
+    // The counters are kept by triggers; a tool that switched those off is found out here, after the page is seen.
+    program_.scheduler.WhenIdle([this] {
+        const Result<bool> corrected = RecountLogs(program_.logbook.Store());
+        if (corrected && *corrected)
+            window_.LoadLogPage(1);
+    });
+}

@@ -1,0 +1,45 @@
+// SPDX-FileCopyrightText: 2026 The Tordillo Compact authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "core/Scheduler.h"
+
+
+#include <memory>
+
+struct Program;
+class EntryPanel;
+class Form1;
+class SatellitePanel;
+
+// How the main window comes up: the load step before it is shown, and 900 ms later the configuration and the log. It
+// owns the window's timers.
+class StartUp {
+public:
+    StartUp(Program &program, Form1 &window, EntryPanel &entry, SatellitePanel &satellite);
+    ~StartUp();
+
+    // The load step: lists, small files, prefix table, schema. A damaged file costs only its own value. False when the
+    // database is missing, foreign or damaged, which has been told then; other troubles with it are told and may pass.
+    bool Load();
+
+    // Starts the timers, once.
+    void Begin();
+
+    void StartTimer7() { Timer7_->Start(); }
+    void StopTimer7() { Timer7_->Stop(); }
+
+private:
+    void SecondHalf();
+    void LoadPrefixTable();
+    bool ProbeDatabase();
+
+    Program &program_;
+    Form1 &window_;
+    EntryPanel &entry_;
+    SatellitePanel &satellite_;
+    bool begun_ = false;
+    std::unique_ptr<Scheduler::Timer> Timer1_; // the clock of the entry fields
+    std::unique_ptr<Scheduler::Timer> Timer2_; // the second half, once
+    std::unique_ptr<Scheduler::Timer> Timer7_; // once after the start and after each saving of the settings
+};

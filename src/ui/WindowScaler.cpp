@@ -1,0 +1,252 @@
+// SPDX-FileCopyrightText: 2026 The Tordillo Compact authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "ui/WindowScaler.h"
+
+#include <QEvent>
+#include <QHash>
+#include <QHeaderView>
+#include <QLayout>
+#include <QWidget>
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <map>
+
+namespace {
+
+constexpr double leastScale = 0.8, mostScale = 3;
+constexpr double drawnWidth = 1366, drawnHeight = 768;
+
+// A length that follows the scale. Kept as what it is at scale 1, so that repeated rounding does not make it drift.
+struct Length {
+    double atOne = 0;
+    double shown = -1;
+
+    // What `now`, seen at scale `from`, becomes at scale `to`.
+    double Rescale(double now, double from, double to, bool whole = true)
+    {
+        if (std::abs(now - shown) > 0.05)
+            atOne = now / from;
+        shown = whole ? std::round(atOne * to) : atOne * to;
+        return shown;
+    }
+};
+
+struct Control {
+    Length font;
+    std::array<Length, 4> limits; // least width and height, most width and height
+    std::map<int, Length> sections; // of a header; -1 is the common height of the rows
+};
+
+double FontSize(const QFont &font)
+{
+    return font.pointSizeF() > 0 ? font.pointSizeF() : font.pixelSize();
+}
+
+QFont WithSize(QFont font, double size)
+{
+    if (font.pointSizeF() > 0)
+        font.setPointSizeF(size);
+    else
+        font.setPixelSize(int(std::round(size)));
+    return font;
+}
+
+bool HasOwnFontSize(const QWidget *widget)
+{
+    return widget->testAttribute(Qt::WA_SetFont) && (widget->font().resolveMask() & QFont::SizeResolved);
+}
+
+} // namespace
+
+// One per captured window, its child.
+class LayoutScaler : public QObject {
+    Q_OBJECT
+
+public:
+    explicit LayoutScaler(QWidget *window)
+        : QObject(window)
+        , window_(window)
+    {
+        window->installEventFilter(this);
+    }
+
+    static LayoutScaler *Of(const QWidget *window)
+    {
+        return window->findChild<LayoutScaler *>(QString(), Qt::FindDirectChildrenOnly);
+    }
+
+    double scale() const { return scale_; }
+
+    void Capture()
+    {
+        controls_.clear();
+        scale_ = 1;
+        captured_ = window_->size().expandedTo(window_->minimumSizeHint());
+        window_->resize(captured_);
+        // The layout would hold the window at the least size of the present scale, and it could never shrink again.
+        if (QLayout *layout = window_->layout())
+            layout->setSizeConstraint(QLayout::SetNoConstraint);
+        window_->setMinimumSize(captured_ * leastScale);
+        ScaleControls(1);
+    }
+
+    void Apply()
+    {
+        if (applying_)
+            return;
+        applying_ = true;
+        const double wanted =
+            std::min(double(window_->width()) / captured_.width(), double(window_->height()) / captured_.height());
+        double scale = std::clamp(wanted, leastScale, mostScale);
+        if (std::abs(scale - scale_) > 0.002)
+            ScaleControls(scale);
+        ShrinkUntilItFits();
+        applying_ = false;
+    }
+
+    // Something in the window changed its size or was added.
+    void Adopt()
+    {
+        if (applying_)
+            return;
+        applying_ = true;
+        ScaleControls(scale_);
+        ShrinkUntilItFits();
+        applying_ = false;
+    }
+
+    bool eventFilter(QObject *, QEvent *event) override
+    {
+        if (event->type() == QEvent::Resize)
+            Apply();
+        else if (event->type() == QEvent::LayoutRequest)
+            Adopt();
+        return false;
+    }
+
+private:
+    QSize Needed() const { return window_->layout() ? window_->layout()->totalMinimumSize() : QSize(0, 0); }
+
+    bool Fits() const
+    {
+        const QSize needed = Needed();
+        return needed.width() <= window_->width() && needed.height() <= window_->height();
+    }
+
+    void ShrinkUntilItFits()
+    {
+        while (!Fits() && scale_ > leastScale)
+            ScaleControls(std::max(leastScale, scale_ * 0.97));
+        if (!Fits())
+            window_->setMinimumSize(Needed().expandedTo(window_->minimumSize()));
+    }
+
+    void ScaleControls(double to)
+    {
+        Control &own = Known(window_);
+        const double size = own.font.Rescale(FontSize(window_->font()), scale_, to, false);
+        if (std::abs(size - FontSize(window_->font())) > 0.01)
+            window_->setFont(WithSize(window_->font(), size));
+        for (QWidget *widget : window_->findChildren<QWidget *>())
+            if (widget->window() == window_)
+                ScaleControl(widget, to);
+        scale_ = to;
+    }
+
+    void ScaleControl(QWidget *widget, double to)
+    {
+        const bool isNew = !controls_.contains(widget);
+        Control &control = Known(widget);
+        const double from = isNew ? 1 : scale_;
+        if (HasOwnFontSize(widget)) {
+            const double now = FontSize(widget->font());
+            const double size = control.font.Rescale(now, from, to, false);
+            if (std::abs(size - now) > 0.01)
+                widget->setFont(WithSize(widget->font(), size));
+        }
+        ScaleLimits(widget, control, from, to);
+        if (auto *header = qobject_cast<QHeaderView *>(widget))
+            ScaleSections(header, control, to);
+    }
+
+    static void ScaleLimits(QWidget *widget, Control &control, double from, double to)
+    {
+        auto scaled = [&](size_t which, int now) {
+            if (now <= 0 || now >= QWIDGETSIZE_MAX)
+                return now;
+            return std::min(int(control.limits[which].Rescale(now, from, to)), QWIDGETSIZE_MAX);
+        };
+        const QSize least(scaled(0, widget->minimumWidth()), scaled(1, widget->minimumHeight()));
+        const QSize most(scaled(2, widget->maximumWidth()), scaled(3, widget->maximumHeight()));
+        if (least != widget->minimumSize())
+            widget->setMinimumSize(least);
+        if (most != widget->maximumSize())
+            widget->setMaximumSize(most);
+    }
+
+    // Columns come and go with the model, so they are told pixels of the present scale at any time.
+    void ScaleSections(QHeaderView *header, Control &control, double to)
+    {
+        if (header->orientation() == Qt::Vertical) {
+            const double height = control.sections[-1].Rescale(header->defaultSectionSize(), scale_, to);
+            if (int(height) != header->defaultSectionSize())
+                header->setDefaultSectionSize(int(height));
+            return;
+        }
+        for (int i = 0; i < header->count(); ++i) {
+            const QHeaderView::ResizeMode mode = header->sectionResizeMode(i);
+            const int now = header->sectionSize(i);
+            if (now == 0 || (mode != QHeaderView::Interactive && mode != QHeaderView::Fixed))
+                continue;
+            const auto width = int(control.sections[i].Rescale(now, scale_, to));
+            if (width != now)
+                header->resizeSection(i, width);
+        }
+    }
+
+    Control &Known(QWidget *widget)
+    {
+        if (!controls_.contains(widget))
+            connect(widget, &QObject::destroyed, this, [this, widget] { controls_.remove(widget); });
+        return controls_[widget];
+    }
+
+    QWidget *window_;
+    QSize captured_;
+    double scale_ = 1;
+    bool applying_ = false;
+    QHash<QWidget *, Control> controls_;
+};
+
+void CaptureLayout(QWidget *window)
+{
+    LayoutScaler *scaler = LayoutScaler::Of(window);
+    (scaler ? scaler : new LayoutScaler(window))->Capture();
+}
+
+void FitToScreen(QWidget *window, QSize screen, bool keepProportions)
+{
+    double across = screen.width() / drawnWidth, down = screen.height() / drawnHeight;
+    if (keepProportions)
+        across = down = std::min(across, down);
+    const QPoint corner = window->pos();
+    const QSize size(int(std::round(window->width() * across)), int(std::round(window->height() * down)));
+    window->move(int(std::round(corner.x() * across)), int(std::round(corner.y() * down)));
+    window->resize(size.boundedTo(screen));
+    ApplyLayout(window); // a hidden window gets its resize event only when it is shown
+}
+
+void ApplyLayout(QWidget *window)
+{
+    if (LayoutScaler *scaler = LayoutScaler::Of(window))
+        scaler->Apply();
+}
+
+double ScaleOf(const QWidget *window)
+{
+    const LayoutScaler *scaler = LayoutScaler::Of(window);
+    return scaler ? scaler->scale() : 1;
+}
+
+#include "WindowScaler.moc"

@@ -1,0 +1,241 @@
+// SPDX-FileCopyrightText: 2026 The Tordillo Compact authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "core/CodePage.h"
+#include "core/Logbook.h"
+#include "core/QsoTable.h"
+#include "core/Schema.h"
+#include "core/TextFile.h"
+#include "support/FixedClock.h"
+#include "support/RawDatabase.h"
+#include "support/TestRegistry.h"
+
+#include <QFile>
+#include <QRandomGenerator>
+#include <QTemporaryDir>
+#include <QTest>
+
+namespace {
+
+Configuration Full()
+{
+    Configuration c;
+    c.Estacion = u"LU9ZZZ"_qs;
+    c.Operador = u"LU1AAA"_qs;
+    c.DiferUTC = u"-3"_qs;
+    c.LogenUso = u"Log inicial"_qs;
+    c.GridLoca = u"GF05AB"_qs;
+    c.UserLdA = u"lu@ejemplo.ar"_qs;
+    c.PassLdA = u"clara"_qs;
+    c.NoBorrar = c.Pantalla = c.Activac = true;
+    c.MySOTA = u"LUD/DA-001"_qs;
+    c.MyPOTA = u"AR-0001"_qs;
+    c.HAMQuser = u"ham"_qs;
+    c.HAMQpass = u"Contraseña"_qs;
+    c.LDAQ_web = u"https://lda.example"_qs;
+    c.LDAQuser = u"lda"_qs;
+    c.LDAQpass = u"~~~"_qs;
+    c.eQSLuser = u"eqsl"_qs;
+    c.eQSLpass = u"x y=z"_qs;
+    c.ArcAudio = u"C:\\audio\\llamada.mp3"_qs;
+    c.Puerto = u"COM3"_qs;
+    c.PinPTT = c.BuscaE = true;
+    c.TAntes = u"100"_qs;
+    c.TDespues = u"200"_qs;
+    return c;
+}
+
+Configuration Read(const QStringList &lines, Configuration from = {})
+{
+    ReadConfigLines(lines, from);
+    return from;
+}
+
+} // namespace
+
+class TestConfiguration : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init()
+    {
+        folder_ = std::make_unique<QTemporaryDir>();
+        logbook_ = std::make_unique<Logbook>(folder_->path(), files_, clock_);
+    }
+
+    void TheFileHasItsTwentyFiveLines()
+    {
+        Configuration c = Full();
+        c.Estacion = u"lu9zzz"_qs;
+        c.Operador = u"lu1aaa/p"_qs;
+        const QStringList lines = ConfigLines(c, u"Otro"_qs);
+        QStringList keys;
+        for (const QString &line : lines)
+            keys << line.left(9);
+        QCOMPARE(keys.join(u'|'),
+            u"Estacion=|Operador=|DiferUTC=|LogenUso=|GridLoca=|UserLdA_=|PassLdA_=|NoBorrar=|Pantalla=|MySOTA__=|"
+            "MyPOTA__=|Activac_=|HAMQuser=|HAMQpass=|LDAQ_web=|LDAQuser=|LDAQpass=|eQSLuser=|eQSLpass=|ArcAudio=|"
+            "Puerto  =|PinPTT  =|TAntes  =|TDespues=|BuscaE  ="_qs);
+        QCOMPARE(lines[0], u"Estacion=LU9ZZZ"_qs);
+        QCOMPARE(lines[1], u"Operador=LU1AAA/P"_qs);
+        QCOMPARE(lines[3], u"LogenUso=Otro"_qs);
+        QCOMPARE(lines[6], u"PassLdA_=clara"_qs);
+        QVERIFY(!lines[13].contains(c.HAMQpass) && !lines[16].contains(c.LDAQpass) && !lines[18].contains(c.eQSLpass));
+        QCOMPARE(lines[21], u"PinPTT  =1"_qs);
+        QVERIFY(Read(ConfigLines(Full(), u"Log inicial"_qs)) == Full());
+        QVERIFY(Read(ConfigLines({}, {})) == Configuration());
+    }
+
+    void WhatALineDoes_data()
+    {
+        QTest::addColumn<QString>("line");
+        QTest::addColumn<QString>("result"); // what the same keys hold afterwards, read over a full configuration
+        const auto add = [](const QString &line, const QString &result) {
+            QTest::addRow("%s", qPrintable(line.left(40))) << line << result;
+        };
+        add(u"Activac_=0"_qs, u"Activac_=1"_qs);
+        add(u"Puerto  ="_qs, u"Puerto  =COM3"_qs);
+        add(u"TAntes  ="_qs, u"TAntes  =100"_qs);
+        add(u"TDespues="_qs, u"TDespues=200"_qs);
+        add(u"GridLoca="_qs, u"GridLoca="_qs);
+        add(u"NoBorrar=0"_qs, u"NoBorrar=0"_qs);
+        add(u"PinPTT  =2"_qs, u"PinPTT  =0"_qs);
+        add(u"BuscaE  =si"_qs, u"BuscaE  =0"_qs);
+        add(u"Puerto=COM9"_qs, u"Puerto  =COM3"_qs); // no such key
+        add(u"estacion=LU1XX"_qs, u"Estacion=LU9ZZZ"_qs);
+        add(u"; GridLoca=XX99"_qs, u"GridLoca=ca=XX99"_qs); // anywhere, but the value from the tenth character on
+        add(u"MySOTA__=MyPOTA__=a"_qs, u"MySOTA__=MyPOTA__=a|MyPOTA__=MyPOTA__=a"_qs);
+        add(u"corto GridLoca="_qs, u"GridLoca=dLoca="_qs);
+    }
+    void WhatALineDoes()
+    {
+        QFETCH(QString, line);
+        QFETCH(QString, result);
+        const QStringList lines = ConfigLines(Read({line}, Full()), Full().LogenUso);
+        for (const QString &expected : result.split(u'|'))
+            QVERIFY2(lines.contains(expected), qPrintable(lines.join(u'\n')));
+    }
+
+    void OneWayTickTicks() { QVERIFY(Read({u"Activac_=1"_qs}).Activac); }
+
+    void LongValuesAreCut()
+    {
+        const QString tooLong(2000, u'x');
+        const Configuration c = Read({QString(u"UserLdA_=" + tooLong), QString(u"ArcAudio=" + tooLong)});
+        QCOMPARE(c.UserLdA.size(), 100);
+        QCOMPARE(c.ArcAudio.size(), 1000);
+    }
+
+    void ScramblingOfAllCodes()
+    {
+        QCOMPARE(ScrambleText(u"12345678\u00C8"_qs, passwordKey, 0).back(), u'6'); // 200 + 109 passes 255: 54
+        QCOMPARE(ScrambleText(u"123456786"_qs, passwordKey, -1).back(), u'\u00C8');
+        QCOMPARE(ScrambleText(u"ABC"_qs, u"\u0001"_qs, 0), u"BCD"_qs);
+        for (int code = 0; code < 256; ++code) {
+            // Ten of them, so that every character of the key has its turn and the first one a second.
+            const QString text(10, CodePage::CharacterOf(static_cast<unsigned char>(code)));
+            const QString scrambled = ScrambleText(text, passwordKey, 0);
+            QCOMPARE(scrambled.size(), 10);
+            QCOMPARE(scrambled[9], scrambled[0]);
+            // The wrap at 255 makes the last code the same as the first.
+            QCOMPARE(ScrambleText(scrambled, passwordKey, -1), code == 255 ? QString(10, QChar(0)) : text);
+        }
+        // A sum of exactly 255 stays, a difference of 0 gives 0.
+        QCOMPARE(ScrambleText(QString(QChar(255 - 'Z')), passwordKey, 0), u"ÿ"_qs);
+        QCOMPARE(ScrambleText(u"Z"_qs, passwordKey, -1), QString(QChar(0)));
+        for (const int direction : {1, 2, -2})
+            QCOMPARE(ScrambleText(u"abc"_qs, passwordKey, direction), QString());
+        QCOMPARE(ScrambleText(QString(), passwordKey, 0), QString());
+    }
+
+    void DamagedFilesCostOnlyThemselves()
+    {
+        QRandomGenerator random(7);
+        const Configuration before = Full();
+        for (int round = 0; round < 50; ++round) {
+            QByteArray bytes;
+            for (int i = 0; i < 5000; ++i)
+                bytes += static_cast<char>(random.bounded(256));
+            QVERIFY(
+                files_.Replace(Config(), QByteArray(bytes + "\r\nGridLoca=FF99\r\n" + bytes), FileSystem::Sync::No));
+            logbook_->configuration = before;
+            QVERIFY(!LoadConfig(*logbook_));
+            QCOMPARE(logbook_->captions.grid, u"FF99"_qs);
+            QCOMPARE(logbook_->configuration.Estacion, before.Estacion);
+        }
+    }
+
+    void LoadingSetsLogAndCaptions()
+    {
+        QVERIFY(!HasConfig(*logbook_));
+        QVERIFY(!LoadConfig(*logbook_));
+        QVERIFY(!logbook_->configuration.LDAQ_web.isEmpty());
+        QCOMPARE(logbook_->LogInUse, QString());
+        QVERIFY(TextFile::WriteLines(files_, Config(),
+            {u"Estacion=lu9zzz"_qs, u"LogenUso=Año"_qs, u"Pantalla=0"_qs, u"LDAQ_web=http://a.b"_qs},
+            FileSystem::Sync::No));
+        QVERIFY(HasConfig(*logbook_));
+        QVERIFY(LoadConfig(*logbook_));
+        QCOMPARE(logbook_->LogInUse, u"Año"_qs);
+        QCOMPARE(logbook_->captions.station, u"LU9ZZZ"_qs);
+        QCOMPARE(logbook_->captions.log, u"Año"_qs);
+        QCOMPARE(logbook_->configuration.LDAQ_web, u"http://a.b"_qs);
+        logbook_->LogInUse = u"Otro"_qs;
+        QVERIFY(TextFile::WriteLines(files_, Config(), {u"GridLoca=FF99"_qs}, FileSystem::Sync::No));
+        QVERIFY(!LoadConfig(*logbook_));
+        QCOMPARE(logbook_->LogInUse, u"Otro"_qs); // the file does not tell it
+        QCOMPARE(logbook_->captions.station, u"LU9ZZZ"_qs);
+    }
+
+    void TheFirstSaveOpensTheFirstLog()
+    {
+        logbook_->configuration.Estacion = u"lu9zzz"_qs;
+        QVERIFY(SaveConfig(*logbook_, true));
+        QCOMPARE(logbook_->LogInUse, u"Log inicial"_qs);
+        QCOMPARE(logbook_->captions.log, u"Log inicial"_qs);
+        QCOMPARE(logbook_->captions.station, u"LU9ZZZ"_qs);
+        QVERIFY(HasConfig(*logbook_));
+        RawDatabase raw(logbook_->Store().Path());
+        QCOMPARE(raw.Value("SELECT group_concat(\"Nombre Log\") FROM Tabla1"), u"Log inicial"_qs);
+        QVERIFY(SaveConfig(*logbook_, false));
+        QCOMPARE(raw.Value("SELECT count(*) FROM Tabla1"), u"1"_qs);
+
+        Logbook second(folder_->path(), files_, clock_);
+        QVERIFY(LoadConfig(second));
+        QCOMPARE(second.LogInUse, u"Log inicial"_qs);
+        QCOMPARE(second.configuration.Estacion, u"LU9ZZZ"_qs);
+    }
+
+    void TheFirstSaveKeepsALogThatIsThere()
+    {
+        LogStore &store = logbook_->Store();
+        QVERIFY(store.CreateEmpty());
+        QsoRow row;
+        row.Modo = u"CW"_qs;
+        row.NombreLog = u"Log inicial"_qs;
+        QVERIFY(store.Write([&](Session &session) { QsoTable::Insert(session, row); }));
+        QVERIFY(SaveConfig(*logbook_, true));
+        QCOMPARE(*CountQsos(store, u"Log inicial"_qs), 1);
+    }
+
+    void ALostOrForeignDatabaseStopsTheFirstSave()
+    {
+        QCOMPARE(SaveConfig(*logbook_, false).failure().kind, Failure::Kind::Missing);
+        QVERIFY(!logbook_->Store().Exists());
+        QVERIFY(files_.Replace(
+            logbook_->Store().Path(), QByteArray("\0\1\0\0Standard Jet DB\0", 20), FileSystem::Sync::No));
+        QCOMPARE(SaveConfig(*logbook_, true).failure().kind, Failure::Kind::Foreign);
+        QVERIFY(!HasConfig(*logbook_));
+        QCOMPARE(logbook_->LogInUse, QString());
+    }
+
+private:
+    QString Config() const { return logbook_->PathOf(u"config.ini"_qs); }
+
+    std::unique_ptr<QTemporaryDir> folder_;
+    FileSystem files_;
+    FixedClock clock_;
+    std::unique_ptr<Logbook> logbook_;
+};
+
+TORDILLO_TEST(TestConfiguration)
+#include "TestConfiguration.moc"

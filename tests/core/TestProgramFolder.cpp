@@ -1,0 +1,144 @@
+// SPDX-FileCopyrightText: 2026 The Tordillo Compact authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "core/ProgramFolder.h"
+#include "support/TestRegistry.h"
+
+#include <QDir>
+#include <QFile>
+#include <QLockFile>
+#include <QTemporaryDir>
+#include <QTest>
+#ifdef Q_OS_UNIX
+#include <sys/wait.h>
+#include <unistd.h>
+#endif
+
+class TestProgramFolder : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init() { folder_ = std::make_unique<QTemporaryDir>(); }
+
+    void AWritableFolderIsTheProgramsOwn()
+    {
+        QVERIFY(ProgramFolder::IsWritable(folder_->path()));
+        QCOMPARE(ProgramFolder::Find(folder_->path(), Path(u"user"_qs)), folder_->path());
+        QCOMPARE(Files(), QStringList()); // the trial leaves nothing behind
+        QVERIFY(!QDir(Path(u"user"_qs)).exists());
+    }
+
+    void AFolderThatCannotBeWrittenGivesWayUnlessItHoldsALog()
+    {
+        // A missing folder cannot be written by anybody, an administrator included.
+        const QString missing = Path(u"none"_qs), user = Path(u"a/b"_qs);
+        QVERIFY(!ProgramFolder::IsWritable(missing));
+        QCOMPARE(ProgramFolder::Find(missing, user), user);
+        QVERIFY(QDir(user).exists());
+        for (const QString &name : {u"config.ini"_qs, u"base0.mdb"_qs}) {
+            const QTemporaryDir own;
+            Put(own.filePath(name), "x");
+            QVERIFY(QFile::setPermissions(own.path(), QFile::ReadOwner | QFile::ExeOwner));
+            QCOMPARE(ProgramFolder::Find(own.path(), user), own.path());
+            QVERIFY(QFile::setPermissions(own.path(), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner));
+        }
+    }
+
+    void DataFilesAreCopiedWhereMissing()
+    {
+        const QString installed = Path(u"installed"_qs), own = Path(u"own"_qs);
+        QVERIFY(QDir().mkpath(installed) && QDir().mkpath(own));
+        ProgramFolder::CopyMissingData(installed, own);
+        QVERIFY(QDir(own).isEmpty());
+        Put(QString(installed + u"/dxcc.txt"), "new");
+        ProgramFolder::CopyMissingData(installed, own);
+        QCOMPARE(Content(QString(own + u"/dxcc.txt")), QByteArray("new"));
+        Put(QString(own + u"/dxcc.txt"), "edited");
+        ProgramFolder::CopyMissingData(installed, own);
+        ProgramFolder::CopyMissingData(own, own);
+        QCOMPARE(Content(QString(own + u"/dxcc.txt")), QByteArray("edited"));
+    }
+
+    void OneProcessHoldsTheFolder()
+    {
+        {
+            const ProgramFolder::Lock first = ProgramFolder::Hold(folder_->path());
+            QVERIFY(first.file && !first.heldByOther);
+            const ProgramFolder::Lock second = ProgramFolder::Hold(folder_->path());
+            QVERIFY(!second.file && second.heldByOther);
+        }
+        QCOMPARE(Files(), QStringList());
+        QVERIFY(ProgramFolder::Hold(folder_->path()).file);
+        const ProgramFolder::Lock nowhere = ProgramFolder::Hold(Path(u"none"_qs));
+        QVERIFY(!nowhere.file && !nowhere.heldByOther);
+    }
+
+#ifdef Q_OS_UNIX
+    void AnotherProcessIsSeenAndAKilledOneIsNot()
+    {
+        int ready[2];
+        QCOMPARE(pipe(ready), 0);
+        const pid_t child = fork();
+        if (child == 0) {
+            const ProgramFolder::Lock held = ProgramFolder::Hold(folder_->path());
+            const char answer = held.file ? 'y' : 'n';
+            if (write(ready[1], &answer, 1) != 1)
+                _exit(1);
+            pause();
+            _exit(0);
+        }
+        char answer = 0;
+        QCOMPARE(read(ready[0], &answer, 1), 1);
+        QCOMPARE(answer, 'y');
+        QVERIFY(ProgramFolder::Hold(folder_->path()).heldByOther);
+        kill(child, SIGKILL);
+        waitpid(child, nullptr, 0);
+        close(ready[0]);
+        close(ready[1]);
+        QCOMPARE(Files().size(), 1); // its lock is still there
+        QVERIFY(ProgramFolder::Hold(folder_->path()).file);
+    }
+#endif
+
+    // A power cut leaves the lock's name, but not always what was written to it.
+    void ADamagedLockKeepsNobodyOut_data()
+    {
+        QTest::addColumn<QByteArray>("content");
+        QTest::newRow("empty") << QByteArray();
+        QTest::newRow("zeros") << QByteArray(40, '\0');
+        QTest::newRow("rubbish") << QByteArray("x\ny\nz\n");
+    }
+    void ADamagedLockKeepsNobodyOut()
+    {
+        QFETCH(QByteArray, content);
+        Put(Path(u"tordillo.lock"_qs), content);
+        const ProgramFolder::Lock lock = ProgramFolder::Hold(folder_->path());
+        QVERIFY(lock.file && !lock.heldByOther);
+        QVERIFY(ProgramFolder::Hold(folder_->path()).heldByOther);
+    }
+
+private:
+    QString Path(const QString &name) const
+    {
+        return folder_->filePath(name);
+    }
+    QStringList Files() const
+    {
+        return QDir(folder_->path()).entryList(QDir::Files | QDir::Hidden);
+    }
+    static void Put(const QString &path, const QByteArray &content)
+    {
+        QFile file(path);
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        QCOMPARE(file.write(content), content.size());
+    }
+    static QByteArray Content(const QString &path)
+    {
+        QFile file(path);
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    }
+
+    std::unique_ptr<QTemporaryDir> folder_;
+};
+
+TORDILLO_TEST(TestProgramFolder)
+#include "TestProgramFolder.moc"

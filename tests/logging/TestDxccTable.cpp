@@ -1,0 +1,197 @@
+// SPDX-FileCopyrightText: 2026 The Tordillo Compact authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "logging/DxccTable.h"
+#include "logging/Provinces.h"
+#include "support/TestRegistry.h"
+
+#include <QFile>
+#include <QRandomGenerator>
+#include <QSet>
+#include <QTest>
+
+namespace {
+
+// The search by its definition: all rows from the top, for the call and each of its beginnings.
+QString CountryByScan(const QStringList &rows, QString &call)
+{
+    if (call.isEmpty())
+        return {};
+    const QString whole = call;
+    for (;; call.chop(1)) {
+        for (int i = 0; i <= 22900 && i < rows.size() && !rows[i].isEmpty(); ++i) {
+            const QString &row = rows[i];
+            if (row.indexOf(u';') != call.size() || !row.startsWith(call))
+                continue;
+            const QString country = row.sliced(row.lastIndexOf(u';') + 1).left(100);
+            if (country != u"Argentina")
+                return country;
+            const qsizetype slash = whole.indexOf(u'/');
+            return ProvinceOfSuffix(slash < 0 ? whole.mid(3, 10) : whole.mid(slash + 1, 5));
+        }
+        if (call.size() == 1)
+            return {};
+    }
+}
+
+DxccTable TableOf(const QStringList &rows)
+{
+    DxccTable table;
+    for (const QString &row : rows)
+        table.AddLine(row);
+    return table;
+}
+
+QStringList SuppliedRows()
+{
+    QFile file(QFINDTESTDATA("../../data/dxcc.txt"));
+    if (!file.open(QIODevice::ReadOnly))
+        return {};
+    QStringList rows = QString::fromLatin1(file.readAll()).split(u"\r\n"_qs);
+    rows.removeLast(); // behind the last line end
+    return rows;
+}
+
+using Use = DxccTable::LineUse;
+
+} // namespace
+
+class TestDxccTable : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void LongestPrefixWins_data()
+    {
+        QTest::addColumn<QString>("call");
+        QTest::addColumn<QString>("country");
+        QTest::addColumn<QString>("left"); // what the search leaves in its argument
+        QTest::newRow("whole call") << u"LU1ZA"_qs << u"Orcadas del Sur"_qs << u"LU1ZA"_qs;
+        QTest::newRow("province") << u"LU1ABC"_qs << u"Capital"_qs << u"LU"_qs;
+        QTest::newRow("digit before the suffix") << u"LU10ABC"_qs << QString() << u"LU"_qs;
+        QTest::newRow("behind the slash") << u"LU1ABC/W"_qs << u"Chubut"_qs << u"LU"_qs;
+        QTest::newRow("at sea") << u"LU1ABC/MM"_qs << u"Mendoza"_qs << u"LU"_qs;
+        QTest::newRow("first slash of two") << u"LU1ABC/X/Z"_qs << u"Tierra del Fuego"_qs << u"LU"_qs;
+        QTest::newRow("prefix only") << u"LU"_qs << QString() << u"LU"_qs;
+        QTest::newRow("one letter") << u"K1AB"_qs << u"Estados Unidos"_qs << u"K"_qs;
+        QTest::newRow("first of two rows") << u"KH6A"_qs << u"Hawái"_qs << u"KH6"_qs;
+        QTest::newRow("case counts") << u"lu1abc"_qs << QString() << u"l"_qs;
+        QTest::newRow("country cut") << u"5A1"_qs << QString(100, u'x') << u"5A"_qs;
+        QTest::newRow("middle not read") << u"3Y1"_qs << u"Bouvet"_qs << u"3Y"_qs;
+        QTest::newRow("blank before the country") << u"AY1ABC"_qs << u" Argentina"_qs << u"AY"_qs;
+        QTest::newRow("unknown") << u"Q1ABC"_qs << QString() << u"Q"_qs;
+        QTest::newRow("behind the end") << u"W1AB"_qs << QString() << u"W"_qs;
+        QTest::newRow("empty") << QString() << QString() << QString();
+    }
+    void LongestPrefixWins()
+    {
+        const QStringList rows{u"LU;13;14;SA;Argentina"_qs, u"  K;;;Estados Unidos  "_qs, u"KH6;Hawái"_qs,
+            u"KH6;Otro"_qs, u"LU1ZA;Orcadas del Sur"_qs, u"5A;"_qs + QString(300, u'x'), u"3Y;a;b c;;Bouvet"_qs,
+            u"AY; Argentina"_qs, u";nadie"_qs, u"   "_qs, u"W;Estados Unidos"_qs};
+        QFETCH(QString, call);
+        const DxccTable table = TableOf(rows);
+        QTEST(table.CountryOf(call), "country");
+        QString argument = call, scanned = call;
+        QTEST(table.CountryOfCall(argument), "country");
+        QTEST(argument, "left");
+        QStringList trimmed;
+        for (const QString &row : rows)
+            trimmed << row.trimmed();
+        QTEST(CountryByScan(trimmed, scanned), "country");
+        QCOMPARE(scanned, argument);
+    }
+
+    void EmptyCountriesAreShownAsArgentina()
+    {
+        QCOMPARE(DxccTable().CountryLabel(u"JA1ABC"), u"Argentina"_qs);
+        const DxccTable table = TableOf({u"LU;Argentina"_qs, u"JA;Japón"_qs});
+        QCOMPARE(table.CountryLabel(u"LU1"), u"Argentina"_qs);
+        QCOMPARE(table.CountryLabel(u"LU1ABC"), u"Capital"_qs);
+        QCOMPARE(table.CountryLabel(u"JA1ABC"), u"Japón"_qs);
+    }
+
+    void EachLineTellsWhatBecameOfIt()
+    {
+        DxccTable table;
+        QCOMPARE(table.AddLine(u"no separator"), Use::NoSeparator);
+        QCOMPARE(table.Size(), 0);
+        const QString huge(5'000'000, u'A');
+        QCOMPARE(table.AddLine(QString(huge + u";" + huge)), Use::Searched);
+        QCOMPARE(table.CountryOf(huge).size(), 100);
+        QCOMPARE(table.CountryOf(QStringView(huge).chopped(1)), QString());
+        QCOMPARE(table.AddLine(u""), Use::Searched);
+        QCOMPARE(table.AddLine(u"LU;Argentina"), Use::NeverSearched);
+        QCOMPARE(table.Size(), 3);
+    }
+
+    void TheLastHundredRowsAreNotSearched()
+    {
+        DxccTable table;
+        for (int i = 0; i < 22900; ++i)
+            QCOMPARE(table.AddLine(QString(u"A" + QString::number(i) + u";" + QString::number(i))), Use::Searched);
+        QCOMPARE(table.AddLine(u"B;22900"), Use::Searched);
+        QCOMPARE(table.AddLine(u"C;22901"), Use::NeverSearched);
+        while (table.Size() < 23001)
+            table.AddLine(u"D;x");
+        QCOMPARE(table.AddLine(u"E;x"), Use::NoRoom);
+        QCOMPARE(table.Size(), 23001);
+        QCOMPARE(table.CountryOf(u"B1"), u"22900"_qs);
+        QCOMPARE(table.CountryOf(u"C1"), QString());
+        QCOMPARE(table.CountryOf(u"A22899X"), u"22899"_qs);
+    }
+
+    void SuppliedTableIsSoundAndFoundAsAScanFindsIt()
+    {
+        const QStringList rows = SuppliedRows();
+        QVERIFY(rows.size() > 7000);
+        DxccTable table;
+        QSet<QString> prefixes;
+        for (const QString &row : rows) {
+            QCOMPARE(table.AddLine(row), Use::Searched);
+            QVERIFY2(row.count(u';') == 4 && !row.endsWith(u';'), qPrintable(row));
+            prefixes << row.section(u';', 0, 0);
+        }
+        QCOMPARE(prefixes.size(), rows.size());
+
+        QStringList calls(prefixes.begin(), prefixes.end());
+        QRandomGenerator random(20261124);
+        const QString signs = u"ABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789/?"_qs;
+        for (int i = 0; i < 1500; ++i) {
+            QString call = i % 3 ? calls[random.bounded(int(prefixes.size()))] : QString();
+            for (int length = 1 + random.bounded(6); length > 0; --length)
+                call += signs[random.bounded(int(signs.size()))];
+            calls << call;
+        }
+        for (const QString &call : calls) {
+            QString found = call, scanned = call;
+            const QString country = table.CountryOfCall(found);
+            QCOMPARE(country, CountryByScan(rows, scanned));
+            QCOMPARE(found, scanned);
+        }
+    }
+
+    void SuppliedTableKnowsTheWorld_data()
+    {
+        QTest::addColumn<QString>("call");
+        QTest::addColumn<QString>("country");
+        QTest::newRow("own") << u"LU1ABC"_qs << u"Capital"_qs;
+        QTest::newRow("own, old series") << u"AY4EJ/D"_qs << u"Buenos Aires"_qs;
+        QTest::newRow("base on the islands") << u"LU1ZA"_qs << u"Islas Orcadas del Sur"_qs;
+        QTest::newRow("longer call of another base") << u"LU1ZAB"_qs << u"Antártida"_qs;
+        QTest::newRow("islands") << u"VP8LP"_qs << u"Islas Malvinas"_qs;
+        QTest::newRow("Spain") << u"EA4URE"_qs << u"España"_qs;
+        QTest::newRow("Brazil") << u"PY2XB"_qs << u"Brasil"_qs;
+        QTest::newRow("United States") << u"W1AW"_qs << u"Estados Unidos"_qs;
+        QTest::newRow("Hawaii") << u"KH6LC"_qs << u"Hawái"_qs;
+        QTest::newRow("expedition") << u"3D2C"_qs << u"Arrecife Conway"_qs;
+        QTest::newRow("beside the expedition") << u"3D2CA"_qs << u"Fiyi"_qs;
+        QTest::newRow("Sicily is Italy") << u"IT9AAA"_qs << u"Italia"_qs;
+    }
+    void SuppliedTableKnowsTheWorld()
+    {
+        static const DxccTable table = TableOf(SuppliedRows());
+        QFETCH(QString, call);
+        QTEST(table.CountryOf(call), "country");
+    }
+};
+
+TORDILLO_TEST(TestDxccTable)
+#include "TestDxccTable.moc"

@@ -1,0 +1,138 @@
+// SPDX-FileCopyrightText: 2026 The Tordillo Compact authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "support/TestRegistry.h"
+#include "ui/FieldFilter.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QClipboard>
+#include <QComboBox>
+#include <QContextMenuEvent>
+#include <QDropEvent>
+#include <QInputMethodEvent>
+#include <QLineEdit>
+#include <QMenu>
+#include <QMimeData>
+#include <QSignalSpy>
+#include <QTest>
+
+namespace {
+
+std::optional<QChar> CallSign(QChar c)
+{
+    const bool passes = (c >= u'A' && c <= u'Z') || (c >= u'0' && c <= u'9') || c == u'/' || c == u'?';
+    return passes ? std::optional(c) : std::nullopt;
+}
+
+} // namespace
+
+class TestFieldFilter : public QObject {
+    Q_OBJECT
+
+    std::unique_ptr<QLineEdit> field_;
+
+    // Brings `text` in on one of the ways into a field.
+    void Enter(const QString &way, const QString &text)
+    {
+        QMimeData data;
+        data.setText(text);
+        QApplication::clipboard()->setText(text);
+        if (way == u"typed") {
+            for (const QChar c : text)
+                QTest::sendKeyEvent(QTest::Click, field_.get(), Qt::Key(c.toUpper().unicode()), QString(c), {});
+        } else if (way == u"pasted") {
+            QTest::keySequence(field_.get(), QKeySequence::Paste);
+        } else if (way == u"menu") {
+            QContextMenuEvent event(QContextMenuEvent::Mouse, {2, 2}, field_->mapToGlobal(QPoint(2, 2)));
+            QApplication::sendEvent(field_.get(), &event);
+            auto *menu = qobject_cast<QMenu *>(QApplication::activePopupWidget());
+            QVERIFY(menu);
+            menu->findChild<QAction *>(u"edit-paste"_qs)->trigger();
+            menu->close();
+        } else if (way == u"dropped") {
+            QDropEvent event({200, 2}, Qt::CopyAction, &data, Qt::LeftButton, {});
+            QApplication::sendEvent(field_.get(), &event);
+        } else if (way == u"composed") {
+            QInputMethodEvent event;
+            event.setCommitString(text);
+            QApplication::sendEvent(field_.get(), &event);
+        }
+    }
+
+private Q_SLOTS:
+    void init()
+    {
+        field_ = std::make_unique<QLineEdit>();
+        field_->resize(220, 30);
+        field_->show();
+        field_->setFocus();
+        FieldFilter::Attach(field_.get(), CallSign, LetterCase::Upper);
+    }
+
+    void EveryWayInIsFilteredAndUndone_data()
+    {
+        QTest::addColumn<QString>("way");
+        for (const char *way : {"typed", "pasted", "menu", "dropped", "composed"})
+            QTest::newRow(way) << QString::fromLatin1(way);
+    }
+    void EveryWayInIsFilteredAndUndone()
+    {
+        QFETCH(QString, way);
+        QSignalSpy edited(field_.get(), &QLineEdit::textEdited);
+        Enter(way, u"lu-1 ñabc/é?"_qs);
+        QCOMPARE(field_->text(), u"LU1ABC/?"_qs);
+        QVERIFY(edited.count() > 0);
+        field_->undo();
+        QCOMPARE(field_->text(), QString());
+        field_->redo();
+        QCOMPARE(field_->text(), u"LU1ABC/?"_qs);
+
+        field_->setMaxLength(10);
+        field_->end(false);
+        Enter(way, u"xyz"_qs);
+        QCOMPARE(field_->text(), u"LU1ABC/?XY"_qs);
+    }
+
+    void NothingLeftChangesNothing_data() { EveryWayInIsFilteredAndUndone_data(); }
+    void NothingLeftChangesNothing()
+    {
+        QFETCH(QString, way);
+        field_->setText(u"LU9ZZZ"_qs);
+        field_->setSelection(1, 2);
+        Enter(way, u"-+\n"_qs);
+        QCOMPARE(field_->text(), u"LU9ZZZ"_qs);
+        if (way != u"dropped") // which puts the caret where it was dropped
+            QCOMPARE(field_->selectedText(), u"U9"_qs);
+    }
+
+    void OnlyWhatComesInIsFiltered()
+    {
+        field_->setText(u"lu1-abc"_qs);
+        QCOMPARE(field_->text(), u"lu1-abc"_qs);
+        field_->setSelection(3, 1);
+        Enter(u"typed"_qs, u"x"_qs);
+        QCOMPARE(field_->text(), u"lu1Xabc"_qs);
+        QCOMPARE(field_->cursorPosition(), 4);
+        QTest::keyClick(field_.get(), Qt::Key_Backspace);
+        QTest::keyClick(field_.get(), Qt::Key_A, Qt::ControlModifier);
+        QCOMPARE(field_->selectedText(), u"lu1abc"_qs);
+        field_->setReadOnly(true);
+        Enter(u"typed"_qs, u"x"_qs);
+        QCOMPARE(field_->text(), u"lu1abc"_qs);
+    }
+
+    void AComboBoxIsFilteredToo()
+    {
+        QComboBox combo;
+        combo.setEditable(true);
+        combo.addItems({u"144"_qs, u"14"_qs});
+        FieldFilter::Attach(&combo, [](QChar c) { return c.isDigit() ? std::optional(c) : std::nullopt; });
+        combo.setCurrentText({});
+        combo.show();
+        QTest::keyClicks(combo.lineEdit(), u"5a0"_qs);
+        QCOMPARE(combo.currentText(), u"50"_qs);
+    }
+};
+
+TORDILLO_TEST(TestFieldFilter)
+#include "TestFieldFilter.moc"

@@ -1,0 +1,130 @@
+// SPDX-FileCopyrightText: 2026 The Tordillo Compact authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "support/TestRegistry.h"
+#include "ui/Theme.h"
+
+#include <QApplication>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QStyle>
+#include <QTest>
+#include <QToolTip>
+#include <cmath>
+
+namespace {
+
+double Luminance(const QColor &colour)
+{
+    auto part = [](double c) { return c <= 0.03928 ? c / 12.92 : std::pow((c + 0.055) / 1.055, 2.4); };
+    return 0.2126 * part(colour.redF()) + 0.7152 * part(colour.greenF()) + 0.0722 * part(colour.blueF());
+}
+
+double Contrast(const QColor &a, const QColor &b)
+{
+    const double x = Luminance(a), y = Luminance(b);
+    return (std::max(x, y) + 0.05) / (std::min(x, y) + 0.05);
+}
+
+using Pair = std::pair<QPalette::ColorRole, QPalette::ColorRole>;
+constexpr Pair pairs[] = {
+    {QPalette::WindowText, QPalette::Window},
+    {QPalette::Text, QPalette::Base},
+    {QPalette::Text, QPalette::AlternateBase},
+    {QPalette::PlaceholderText, QPalette::Base},
+    {QPalette::ButtonText, QPalette::Button},
+    {QPalette::HighlightedText, QPalette::Highlight},
+    {QPalette::ToolTipText, QPalette::ToolTipBase},
+    {QPalette::Link, QPalette::Base},
+    {QPalette::Link, QPalette::Window},
+    {QPalette::LinkVisited, QPalette::Base},
+    {QPalette::LinkVisited, QPalette::Window},
+    {QPalette::BrightText, QPalette::Base},
+};
+
+} // namespace
+
+class TestTheme : public QObject {
+    Q_OBJECT
+
+    void CheckContrast(const QPalette &palette, QPalette::ColorGroup group, double least)
+    {
+        for (const auto &[text, ground] : pairs) {
+            const double contrast = Contrast(palette.color(group, text), palette.color(group, ground));
+            QVERIFY2(contrast >= least,
+                qPrintable(
+                    QStringLiteral("group %1, roles %2 on %3: %4").arg(group).arg(text).arg(ground).arg(contrast)));
+        }
+    }
+
+private Q_SLOTS:
+    void initTestCase() { SetUpLook(*qApp); }
+    void cleanup() { ApplyWindowTheme(Theme::Light); }
+
+    void EveryTextReadsOnItsGround_data()
+    {
+        QTest::addColumn<bool>("dark");
+        QTest::newRow("light") << false;
+        QTest::newRow("dark") << true;
+    }
+    void EveryTextReadsOnItsGround()
+    {
+        QFETCH(bool, dark);
+        ApplyWindowTheme(dark ? Theme::Dark : Theme::Light);
+        QWidget window;
+        auto *label = new QLabel(&window);
+        auto *field = new QLineEdit(&window);
+        auto *list = new QListWidget(&window);
+        MarkAccent(label);
+        MarkList(list);
+        for (const auto group : {QPalette::Active, QPalette::Inactive}) {
+            CheckContrast(window.palette(), group, 4.5);
+            CheckContrast(list->palette(), group, 4.5);
+            QVERIFY(
+                Contrast(label->palette().color(group, QPalette::WindowText), window.palette().color(QPalette::Window))
+                >= 4.5);
+        }
+        CheckContrast(window.palette(), QPalette::Disabled, 3);
+        CheckContrast(QToolTip::palette(), QPalette::Inactive, 4.5);
+        SetFieldFocused(field, true);
+        CheckContrast(field->palette(), QPalette::Active, 4.5);
+        QCOMPARE(field->palette().color(QPalette::Base), QColor(0xC0C0FF));
+        QCOMPARE(field->palette().color(QPalette::Text), QColor(Qt::black));
+        SetFieldFocused(field, false);
+        QCOMPARE(field->palette().color(QPalette::Base), window.palette().color(QPalette::Base));
+    }
+
+    void AChangeReachesOpenWindows()
+    {
+        QWidget window;
+        auto *accent = new QLabel(&window), *plain = new QLabel(&window);
+        auto *field = new QLineEdit(&window);
+        auto *list = new QListWidget(&window);
+        MarkAccent(accent);
+        MarkList(list);
+        SetFieldFocused(field, true);
+        window.show();
+        QCOMPARE(accent->palette().color(QPalette::WindowText), QColor(0x0000FF));
+        QCOMPARE(plain->palette().color(QPalette::WindowText), QColor(Qt::black));
+        ApplyWindowTheme(Theme::Dark);
+        QCOMPARE(CurrentTheme(), Theme::Dark);
+        QCOMPARE(window.palette().color(QPalette::Window), QColor(0x404040));
+        QCOMPARE(accent->palette().color(QPalette::WindowText), QColor(0x80FFFF));
+        QCOMPARE(accent->palette().color(QPalette::Window), QColor(0x404040));
+        QCOMPARE(plain->palette().color(QPalette::WindowText), QColor(0xC0C0C0));
+        QCOMPARE(list->palette().color(QPalette::Base), ListPalette(Theme::Dark).color(QPalette::Base));
+        QCOMPARE(field->palette().color(QPalette::Base), QColor(0xC0C0FF));
+        SetFieldFocused(field, false);
+        QCOMPARE(field->palette().color(QPalette::Base), ThemePalette(Theme::Dark).color(QPalette::Base));
+    }
+
+    void TheLookIsOurs()
+    {
+        QCOMPARE(QApplication::style()->name(), u"fusion"_qs);
+        QCOMPARE(QApplication::font().families().value(0), u"Inter"_qs);
+        QCOMPARE(QApplication::font().pointSizeF(), 10.0);
+    }
+};
+
+TORDILLO_TEST(TestTheme)
+#include "TestTheme.moc"

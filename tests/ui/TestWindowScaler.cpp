@@ -1,0 +1,152 @@
+// SPDX-FileCopyrightText: 2026 The Tordillo Compact authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "support/TestRegistry.h"
+#include "ui/WindowScaler.h"
+
+#include <QGridLayout>
+#include <QHeaderView>
+#include <QLabel>
+#include <QLineEdit>
+#include <QTest>
+#include <QTreeWidget>
+#include <QWidget>
+
+class TestWindowScaler : public QObject {
+    Q_OBJECT
+
+    std::unique_ptr<QWidget> window_;
+    QLabel *title_ = nullptr;
+    QLineEdit *call_ = nullptr;
+    QTreeWidget *list_ = nullptr;
+
+    bool NothingIsClipped() const
+    {
+        for (QWidget *widget : window_->findChildren<QWidget *>(QString(), Qt::FindDirectChildrenOnly)) {
+            const QSize least = widget->minimumSizeHint().boundedTo(widget->maximumSize());
+            if (widget->width() < least.width() || widget->height() < least.height()
+                || !window_->rect().contains(widget->geometry()))
+                return false;
+        }
+        return true;
+    }
+
+    void Resize(int width, int height)
+    {
+        window_->resize(width, height);
+        for (int i = 0; i < 5; ++i)
+            QCoreApplication::processEvents();
+    }
+
+private Q_SLOTS:
+    void init()
+    {
+        window_ = std::make_unique<QWidget>();
+        auto *grid = new QGridLayout(window_.get());
+        grid->addWidget(title_ = new QLabel(u"LU9ZZZ"_qs), 0, 0);
+        grid->addWidget(call_ = new QLineEdit, 0, 1);
+        grid->addWidget(list_ = new QTreeWidget, 1, 0, 1, 2);
+        QFont large = title_->font();
+        large.setPointSizeF(20);
+        title_->setFont(large);
+        QFont own = window_->font();
+        own.setPointSizeF(10);
+        window_->setFont(own);
+        call_->setFixedWidth(100);
+        list_->setHeaderLabels({u"Indice"_qs, u"Estación"_qs, u"Banda"_qs});
+        list_->setColumnWidth(0, 0);
+        list_->header()->setMinimumSectionSize(0);
+        list_->setColumnWidth(0, 0);
+        list_->setColumnWidth(1, 67);
+        window_->resize(1300, 700);
+        window_->move(20, 10);
+        CaptureLayout(window_.get());
+    }
+
+    void TheWindowFollowsTheScreen_data()
+    {
+        QTest::addColumn<QSize>("screen");
+        QTest::addColumn<bool>("keep");
+        QTest::addColumn<QSize>("size");
+        QTest::addColumn<double>("scale");
+        QTest::newRow("drawn for") << QSize(1366, 768) << true << QSize(1300, 700) << 1.0;
+        QTest::newRow("large") << QSize(2560, 1440) << true << QSize(2436, 1312) << 1.874;
+        QTest::newRow("wide") << QSize(3440, 768) << true << QSize(1300, 700) << 1.0;
+        QTest::newRow("wide, not kept") << QSize(2732, 768) << false << QSize(2600, 700) << 1.0;
+        QTest::newRow("huge") << QSize(7680, 4320) << true << QSize(7309, 3938) << 3.0;
+        QTest::newRow("small") << QSize(800, 600) << true << QSize(761, 410) << 0.8;
+    }
+    void TheWindowFollowsTheScreen()
+    {
+        QFETCH(QSize, screen);
+        QFETCH(bool, keep);
+        QFETCH(double, scale);
+        FitToScreen(window_.get(), screen, keep);
+        window_->show();
+        QCoreApplication::processEvents();
+        if (screen.width() > 800) // below the least scale the window stays larger
+            QTEST(window_->size(), "size");
+        QVERIFY2(std::abs(ScaleOf(window_.get()) - scale) < 0.005, qPrintable(QString::number(ScaleOf(window_.get()))));
+        QVERIFY(std::abs(call_->font().pointSizeF() - 10 * scale) < 0.05);
+        QVERIFY(std::abs(title_->font().pointSizeF() - 20 * scale) < 0.1);
+        QCOMPARE(call_->width(), qRound(100 * ScaleOf(window_.get())));
+        QCOMPARE(list_->columnWidth(1), qRound(67 * ScaleOf(window_.get())));
+        QCOMPARE(list_->columnWidth(0), 0);
+        QVERIFY(NothingIsClipped());
+    }
+
+    void ResizingThereAndBackLeavesNoTrace()
+    {
+        window_->show();
+        for (int width = 1300; width <= 2600; width += 7)
+            window_->resize(width, 700 * width / 1300);
+        Resize(2600, 1400);
+        QCOMPARE(window_->size(), QSize(2600, 1400)); // the scaled content does not push the window further
+        QVERIFY(std::abs(call_->font().pointSizeF() - 20) < 0.1);
+        for (int width = 2600; width >= 1300; width -= 7)
+            window_->resize(width, 700 * width / 1300);
+        Resize(1300, 700);
+        QCOMPARE(window_->size(), QSize(1300, 700));
+        QVERIFY(std::abs(call_->font().pointSizeF() - 10) < 0.05);
+        QCOMPARE(call_->width(), 100);
+        QCOMPARE(list_->columnWidth(1), 67);
+    }
+
+    void WhatIsAddedOrDraggedLaterIsTakenIn()
+    {
+        window_->show();
+        Resize(2600, 1400);
+        auto *late = new QLabel(u"DUPLICADO"_qs);
+        QFont font = late->font();
+        font.setPointSizeF(15);
+        late->setFont(font);
+        static_cast<QGridLayout *>(window_->layout())->addWidget(late, 2, 0);
+        list_->setColumnWidth(1, 300);
+        Resize(2600, 1400);
+        QVERIFY2(
+            std::abs(late->font().pointSizeF() - 30) < 0.2, qPrintable(QString::number(late->font().pointSizeF())));
+        Resize(1300, 700);
+        QVERIFY(std::abs(late->font().pointSizeF() - 15) < 0.1);
+        QCOMPARE(list_->columnWidth(1), 150);
+        delete late;
+        Resize(1950, 1050);
+        QVERIFY(std::abs(ScaleOf(window_.get()) - 1.5) < 0.01);
+    }
+
+    void ContentThatNeedsMoreRoomIsScaledLess()
+    {
+        window_->show();
+        Resize(1300, 700);
+        title_->setText(QString(60, u'W'));
+        Resize(1300, 700);
+        const double needed = ScaleOf(window_.get());
+        QVERIFY(needed < 1 && needed >= 0.8);
+        QVERIFY(NothingIsClipped());
+        title_->setText(QString(200, u'W'));
+        Resize(1300, 700);
+        QVERIFY(window_->width() > 1300);
+        QVERIFY(NothingIsClipped());
+    }
+};
+
+TORDILLO_TEST(TestWindowScaler)
+#include "TestWindowScaler.moc"

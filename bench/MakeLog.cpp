@@ -225,8 +225,10 @@ NewQso EntryOf(const QsoRow &row)
 
 QString MadeLog(const QString &cacheFolder, qint64 qsos)
 {
-    const QByteArray schema = Schema::CreateStatements().join(u'\n').toUtf8();
-    const QByteArray print = QCryptographicHash::hash(schema, QCryptographicHash::Sha256).toHex().left(10);
+    QStringList schema = Schema::CreateStatements();
+    schema.sort(); // they come in no certain order
+    const QByteArray print =
+        QCryptographicHash::hash(schema.join(u'\n').toUtf8(), QCryptographicHash::Sha256).toHex().left(10);
     const QString stem = u"log-"_qs + QString::number(qsos) + u'-';
     const QString name = stem + QString::number(makerVersion) + u'-' + QString::fromLatin1(print) + u".mdb";
     QDir folder(cacheFolder);

@@ -1,5 +1,19 @@
 # One folder, one library; one test folder, one test program. The link graph below src/ is the architecture.
 
+# New files are found by globbing; moc and uic must run again then, which the build alone does not notice.
+function(tordillo_autogen name)
+    get_target_property(sources ${name} SOURCES)
+    set(list ${CMAKE_CURRENT_BINARY_DIR}/${name}_sources.txt)
+    set(known "")
+    if(EXISTS ${list})
+        file(READ ${list} known)
+    endif()
+    if(NOT known STREQUAL sources)
+        file(WRITE ${list} "${sources}")
+        file(REMOVE ${CMAKE_CURRENT_BINARY_DIR}/${name}_autogen/timestamp)
+    endif()
+endfunction()
+
 # tordillo_library(<name> LINKS <targets...>): the static library of the folder it is called in.
 function(tordillo_library name)
     cmake_parse_arguments(ARG "" "" "LINKS" ${ARGN})
@@ -33,4 +47,5 @@ function(tordillo_precompiled name)
             <QString> <QStringList> <QDateTime> <QHash> <functional> <memory> <optional> <vector>)
     endif()
     target_precompile_headers(${name} REUSE_FROM tordillo_pch)
+    tordillo_autogen(${name})
 endfunction()

@@ -59,7 +59,8 @@ void Mark(const char *name)
         return;
     const auto now = std::chrono::steady_clock::now().time_since_epoch();
     const qint64 micros = std::chrono::duration_cast<std::chrono::microseconds>(now).count();
-    std::fprintf(stderr, "mark %s %lld\n", name, static_cast<long long>(micros - qEnvironmentVariable("TORDILLO_T0").toLongLong()));
+    std::fprintf(stderr, "mark %s %lld\n", name,
+        static_cast<long long>(micros - qEnvironmentVariable("TORDILLO_T0").toLongLong()));
     std::fflush(stderr);
 }
 
@@ -67,8 +68,8 @@ int RunProgram(Application &application)
 {
     RealDialogs dialogs;
     application.dialogs = &dialogs;
-    const QString folder = ProgramFolder::Find(QCoreApplication::applicationDirPath(),
-        QStandardPaths::writableLocation(QStandardPaths::AppDataLocation));
+    const QString folder = ProgramFolder::Find(
+        QCoreApplication::applicationDirPath(), QStandardPaths::writableLocation(QStandardPaths::AppDataLocation));
     const ProgramFolder::Lock lock = ProgramFolder::Hold(folder);
     if (lock.heldByOther) {
         dialogs.Message(nullptr,

@@ -22,9 +22,15 @@ struct Entry {
     qsizetype longest = longestValue;
 };
 
-bool IsTicked(const QString &value) { return Conversions::LeadingNumber(value) != 0; }
+bool IsTicked(const QString &value)
+{
+    return Conversions::LeadingNumber(value) != 0;
+}
 
-QString Flag(bool value) { return value ? u"1"_qs : u"0"_qs; }
+QString Flag(bool value)
+{
+    return value ? u"1"_qs : u"0"_qs;
+}
 
 Entry Text(const QString &key, QString Configuration::*field, qsizetype longest = longestValue)
 {
@@ -81,17 +87,18 @@ const QString themeKey = u"Pantalla="_qs;
 const QList<Entry> &Entries()
 {
     using C = Configuration;
-    static const QList<Entry> entries{UpperText(u"Estacion="_qs, &C::Estacion), UpperText(u"Operador="_qs, &C::Operador),
-        Text(u"DiferUTC="_qs, &C::DiferUTC), Text(u"LogenUso="_qs, &C::LogenUso), Text(u"GridLoca="_qs, &C::GridLoca),
-        Text(u"UserLdA_="_qs, &C::UserLdA), Text(u"PassLdA_="_qs, &C::PassLdA), Tick(u"NoBorrar="_qs, &C::NoBorrar),
-        Tick(themeKey, &C::Pantalla), Text(u"MySOTA__="_qs, &C::MySOTA), Text(u"MyPOTA__="_qs, &C::MyPOTA),
-        OneWayTick(u"Activac_="_qs, &C::Activac), Text(u"HAMQuser="_qs, &C::HAMQuser),
-        Password(u"HAMQpass="_qs, &C::HAMQpass), Text(u"LDAQ_web="_qs, &C::LDAQ_web),
-        Text(u"LDAQuser="_qs, &C::LDAQuser), Password(u"LDAQpass="_qs, &C::LDAQpass),
-        Text(u"eQSLuser="_qs, &C::eQSLuser), Password(u"eQSLpass="_qs, &C::eQSLpass),
-        Text(u"ArcAudio="_qs, &C::ArcAudio, longestPath), FilledText(u"Puerto  ="_qs, &C::Puerto),
-        ExactTick(u"PinPTT  ="_qs, &C::PinPTT), FilledText(u"TAntes  ="_qs, &C::TAntes),
-        FilledText(u"TDespues="_qs, &C::TDespues), ExactTick(u"BuscaE  ="_qs, &C::BuscaE)};
+    static const QList<Entry> entries{UpperText(u"Estacion="_qs, &C::Estacion),
+        UpperText(u"Operador="_qs, &C::Operador), Text(u"DiferUTC="_qs, &C::DiferUTC),
+        Text(u"LogenUso="_qs, &C::LogenUso), Text(u"GridLoca="_qs, &C::GridLoca), Text(u"UserLdA_="_qs, &C::UserLdA),
+        Text(u"PassLdA_="_qs, &C::PassLdA), Tick(u"NoBorrar="_qs, &C::NoBorrar), Tick(themeKey, &C::Pantalla),
+        Text(u"MySOTA__="_qs, &C::MySOTA), Text(u"MyPOTA__="_qs, &C::MyPOTA), OneWayTick(u"Activac_="_qs, &C::Activac),
+        Text(u"HAMQuser="_qs, &C::HAMQuser), Password(u"HAMQpass="_qs, &C::HAMQpass),
+        Text(u"LDAQ_web="_qs, &C::LDAQ_web), Text(u"LDAQuser="_qs, &C::LDAQuser),
+        Password(u"LDAQpass="_qs, &C::LDAQpass), Text(u"eQSLuser="_qs, &C::eQSLuser),
+        Password(u"eQSLpass="_qs, &C::eQSLpass), Text(u"ArcAudio="_qs, &C::ArcAudio, longestPath),
+        FilledText(u"Puerto  ="_qs, &C::Puerto), ExactTick(u"PinPTT  ="_qs, &C::PinPTT),
+        FilledText(u"TAntes  ="_qs, &C::TAntes), FilledText(u"TDespues="_qs, &C::TDespues),
+        ExactTick(u"BuscaE  ="_qs, &C::BuscaE)};
     return entries;
 }
 

@@ -6,6 +6,8 @@
 #include "core/Logbook.h"
 #include "core/TextFile.h"
 
+#include <algorithm>
+
 namespace {
 
 // Values of the entry fields are short; a damaged file must not put a page of text into one of them.
@@ -16,10 +18,16 @@ std::optional<QStringList> Lines(const Logbook &logbook, const QString &name)
     return TextFile::ReadLines(logbook.Files(), logbook.PathOf(name));
 }
 
+// What no key could have typed into a field comes from a damaged file.
+bool IsTypable(const QString &text)
+{
+    return std::all_of(text.begin(), text.end(), [](QChar c) { return c.isPrint(); });
+}
+
 std::optional<QString> FirstLine(const Logbook &logbook, const QString &name)
 {
     const auto lines = Lines(logbook, name);
-    if (!lines || lines->isEmpty())
+    if (!lines || lines->isEmpty() || !IsTypable(lines->first()))
         return std::nullopt;
     return lines->first().left(longestField);
 }
@@ -30,7 +38,10 @@ Result<void> Write(Logbook &logbook, const QString &name, const QStringList &lin
 }
 
 // Numbers stand between blanks, as the files have always held them.
-QString NumberLine(bool value) { return value ? u" 1 "_qs : u" 0 "_qs; }
+QString NumberLine(bool value)
+{
+    return value ? u" 1 "_qs : u" 0 "_qs;
+}
 
 } // namespace
 
@@ -43,19 +54,19 @@ FieldMemory ReadFieldMemory(const Logbook &logbook)
     memory.present = true;
     const QString frequency = lines->value(0);
     const qsizetype point = frequency.indexOf(u'.');
-    if (point >= 0) {
+    if (point >= 0 && IsTypable(frequency)) {
         memory.mhz = frequency.left(std::min(point, longestField));
         memory.khz = frequency.mid(point + 1, 3);
     }
-    if (lines->size() > 1)
+    if (lines->size() > 1 && IsTypable(lines->at(1)))
         memory.band = lines->at(1).left(longestField);
     if (lines->size() > 2)
         memory.qtrManual = Conversions::LeadingNumber(lines->at(2)) != 0;
     return memory;
 }
 
-Result<void> SaveFieldMemory(Logbook &logbook, const QString &mhz, const QString &khz, const QString &band,
-    bool qtrManual)
+Result<void> SaveFieldMemory(
+    Logbook &logbook, const QString &mhz, const QString &khz, const QString &band, bool qtrManual)
 {
     return Write(logbook, u"mem.ini"_qs, {mhz + u'.' + khz, band, NumberLine(qtrManual), QString()});
 }
@@ -69,8 +80,8 @@ ExitMemory ReadExitMemory(const Logbook &logbook)
     return memory;
 }
 
-Result<void> SaveExitMemory(Logbook &logbook, const QString &modo, const QString &mhz, const QString &khz,
-    bool viaSatelite)
+Result<void> SaveExitMemory(
+    Logbook &logbook, const QString &modo, const QString &mhz, const QString &khz, bool viaSatelite)
 {
     const std::pair<QString, QString> files[] = {{u"memModo.cfg"_qs, modo}, {u"memMhz.cfg"_qs, mhz},
         {u"memKhz.cfg"_qs, khz}, {u"memqSat.cfg"_qs, NumberLine(viaSatelite)}};

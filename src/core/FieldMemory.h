@@ -20,8 +20,8 @@ struct FieldMemory {
     std::optional<bool> qtrManual;
 };
 FieldMemory ReadFieldMemory(const Logbook &logbook);
-Result<void> SaveFieldMemory(Logbook &logbook, const QString &mhz, const QString &khz, const QString &band,
-    bool qtrManual);
+Result<void> SaveFieldMemory(
+    Logbook &logbook, const QString &mhz, const QString &khz, const QString &band, bool qtrManual);
 
 // memModo.cfg, memMhz.cfg, memKhz.cfg, memqSat.cfg: written when the program ends.
 struct ExitMemory {
@@ -29,8 +29,8 @@ struct ExitMemory {
     std::optional<bool> viaSatelite;
 };
 ExitMemory ReadExitMemory(const Logbook &logbook);
-Result<void> SaveExitMemory(Logbook &logbook, const QString &modo, const QString &mhz, const QString &khz,
-    bool viaSatelite);
+Result<void> SaveExitMemory(
+    Logbook &logbook, const QString &modo, const QString &mhz, const QString &khz, bool viaSatelite);
 
 // memsat.ini: the satellite last chosen; an empty name when there is none.
 QString ReadSatelliteMemory(const Logbook &logbook);

@@ -10,19 +10,36 @@
 
 namespace {
 
+Failure OpenFailure(const QString &path, const QFileDevice &device)
+{
+    return {u"No se puede escribir el archivo\n%1\n%2"_qs.arg(path, device.errorString()), Failure::Kind::ReadOnly};
+}
+
 Failure WriteFailure(const QString &path, const QFileDevice &device)
 {
     const bool full = device.error() == QFileDevice::ResourceError || device.error() == QFileDevice::WriteError;
-    const QString reason = device.errorString();
-    if (device.error() == QFileDevice::PermissionsError || device.error() == QFileDevice::OpenError)
-        return {u"No se puede escribir el archivo\n%1\n%2"_qs.arg(path, reason), Failure::Kind::ReadOnly};
-    return {u"No se pudo terminar de escribir el archivo\n%1\n%2"_qs.arg(path, reason),
+    return {u"No se pudo terminar de escribir el archivo\n%1\n%2"_qs.arg(path, device.errorString()),
         full ? Failure::Kind::Full : Failure::Kind::Other};
+}
+
+// A full disk first takes what still fits, without an error; only the next write says why it took no more.
+bool WriteAll(QFileDevice &device, const QByteArray &content)
+{
+    for (qint64 written = 0; written < content.size();) {
+        const qint64 taken = device.write(content.constData() + written, content.size() - written);
+        if (taken <= 0)
+            return false;
+        written += taken;
+    }
+    return device.flush();
 }
 
 } // namespace
 
-bool FileSystem::Exists(const QString &path) const { return QFileInfo(path).isFile(); }
+bool FileSystem::Exists(const QString &path) const
+{
+    return QFileInfo(path).isFile();
+}
 
 std::unique_ptr<QIODevice> FileSystem::OpenForReading(const QString &path) const
 {
@@ -47,9 +64,8 @@ Result<void> FileSystem::Replace(const QString &path, const QByteArray &content,
 {
     QSaveFile file(path);
     if (!file.open(QIODevice::WriteOnly))
-        return WriteFailure(path, file);
-    if (file.write(content) != content.size() || !file.flush()
-        || (sync == Sync::Yes && !PlatformFile::Sync(file.handle()))) {
+        return OpenFailure(path, file);
+    if (!WriteAll(file, content) || (sync == Sync::Yes && !PlatformFile::Sync(file.handle()))) {
         const Failure failure = WriteFailure(path, file);
         file.cancelWriting();
         return failure;
@@ -65,8 +81,11 @@ Result<std::unique_ptr<QIODevice>> FileSystem::OpenForWriting(const QString &pat
 {
     auto file = std::make_unique<QFile>(path);
     if (!file->open(QIODevice::WriteOnly | QIODevice::Truncate))
-        return WriteFailure(path, *file);
+        return OpenFailure(path, *file);
     return std::unique_ptr<QIODevice>(std::move(file));
 }
 
-bool FileSystem::Remove(const QString &path) { return QFile::remove(path); }
+bool FileSystem::Remove(const QString &path)
+{
+    return QFile::remove(path);
+}

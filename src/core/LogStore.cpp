@@ -5,67 +5,14 @@
 #include "core/PlatformFile.h"
 #include "core/QsoRow.h"
 #include "core/Schema.h"
+#include "core/StoreConnection.h"
 #include "core/StoreFailure.h"
-#include "core/Wildcard.h"
 
 #include <QFile>
 #include <QFileInfo>
 #include <SQLiteCpp/SQLiteCpp.h>
 #include <sqlite3.h>
 #include <unordered_map>
-
-namespace {
-
-constexpr int busyMilliseconds = 1500;
-
-QStringView Utf8Argument(sqlite3_value *value, QString &buffer)
-{
-    const auto *text = reinterpret_cast<const char *>(sqlite3_value_text(value));
-    buffer = QString::fromUtf8(text, sqlite3_value_bytes(value));
-    return buffer;
-}
-
-void FoldFunction(sqlite3_context *context, int, sqlite3_value **values)
-{
-    QString buffer;
-    const QByteArray folded = Wildcard::Fold(Utf8Argument(values[0], buffer)).toUtf8();
-    sqlite3_result_text(context, folded.constData(), static_cast<int>(folded.size()), SQLITE_TRANSIENT);
-}
-
-void WildcardFunction(sqlite3_context *context, int, sqlite3_value **values)
-{
-    QString pattern, text;
-    Utf8Argument(values[0], pattern);
-    Utf8Argument(values[1], text);
-    sqlite3_result_int(context, Wildcard::Matches(Wildcard::Fold(pattern), Wildcard::Fold(text)) ? 1 : 0);
-}
-
-} // namespace
-
-struct Session::Connection {
-    SQLite::Database database;
-    std::unordered_map<std::string, std::unique_ptr<SQLite::Statement>> idle;
-
-    Connection(const QString &path, const QByteArray &vfs)
-        : database(path.toUtf8().toStdString(), SQLite::OPEN_READWRITE, busyMilliseconds,
-            vfs.toStdString())
-    {
-        sqlite3 *handle = database.getHandle();
-        sqlite3_extended_result_codes(handle, 1);
-        constexpr int pure = SQLITE_UTF8 | SQLITE_DETERMINISTIC | SQLITE_DIRECTONLY;
-        sqlite3_create_function(handle, "fold", 1, pure, nullptr, FoldFunction, nullptr, nullptr);
-        sqlite3_create_function(handle, "wildcard", 2, pure, nullptr, WildcardFunction, nullptr, nullptr);
-        database.exec("PRAGMA synchronous=EXTRA");
-        database.exec("PRAGMA cache_size=-16000");
-    }
-
-    // True once the file at the path is no longer the one that is open.
-    bool Moved()
-    {
-        int moved = 0;
-        return sqlite3_file_control(database.getHandle(), "main", SQLITE_FCNTL_HAS_MOVED, &moved) == SQLITE_OK && moved;
-    }
-};
 
 struct Query::Loan {
     Session::Connection *connection;
@@ -101,14 +48,20 @@ Query &Query::Bind(int parameter, qint64 number)
     return *this;
 }
 
-bool Query::Next() { return loan_->statement->executeStep(); }
+bool Query::Next()
+{
+    return loan_->statement->executeStep();
+}
 
 void Query::Execute()
 {
     while (loan_->statement->executeStep()) { }
 }
 
-void Query::Reset() { loan_->statement->reset(); }
+void Query::Reset()
+{
+    loan_->statement->reset();
+}
 
 QString Query::Text(int column) const
 {
@@ -117,7 +70,10 @@ QString Query::Text(int column) const
     return QString::fromUtf8(text, value.getBytes());
 }
 
-qint64 Query::Number(int column) const { return loan_->statement->getColumn(column).getInt64(); }
+qint64 Query::Number(int column) const
+{
+    return loan_->statement->getColumn(column).getInt64();
+}
 
 QsoRow Query::Row() const
 {
@@ -143,11 +99,20 @@ Query Session::Prepare(const QString &sql)
     return Query(std::move(loan));
 }
 
-void Session::Execute(const QString &sql) { connection_.database.exec(sql.toStdString()); }
+void Session::Execute(const QString &sql)
+{
+    connection_.database.exec(sql.toStdString());
+}
 
-qint64 Session::LastId() const { return connection_.database.getLastInsertRowid(); }
+qint64 Session::LastId() const
+{
+    return connection_.database.getLastInsertRowid();
+}
 
-int Session::Changes() const { return connection_.database.getChanges(); }
+int Session::Changes() const
+{
+    return connection_.database.getChanges();
+}
 
 LogStore::LogStore(QString path, QByteArray vfs)
     : path_(std::move(path))
@@ -157,15 +122,32 @@ LogStore::LogStore(QString path, QByteArray vfs)
 
 LogStore::~LogStore() = default;
 
-bool LogStore::Exists() const { return QFileInfo::exists(path_); }
-
-void LogStore::Close() { connection_.reset(); }
-
-void LogStore::Open()
+bool LogStore::Exists() const
 {
-    if (connection_ && !connection_->Moved())
-        return;
+    return QFileInfo::exists(path_);
+}
+
+void LogStore::Close()
+{
     connection_.reset();
+    damage_.reset();
+}
+
+Failure LogStore::Remember(Failure failure)
+{
+    if (failure.kind == Failure::Kind::Damaged && connection_)
+        damage_ = failure;
+    return failure;
+}
+
+void LogStore::Open(bool write)
+{
+    if (connection_ && !connection_->Moved() && !(write && connection_->ReadOnly())) {
+        if (write && damage_)
+            throw StoreError{*damage_};
+        return;
+    }
+    Close();
     QFile file(path_);
     if (!file.exists())
         throw StoreError{MissingFileFailure(path_)};
@@ -175,7 +157,7 @@ void LogStore::Open()
     file.close();
     if (!ForeignFile::IsDatabaseHead(head))
         throw StoreError{ForeignFile::Describe(path_, head)};
-    auto connection = std::make_unique<Session::Connection>(path_, vfs_);
+    auto connection = std::make_shared<Session::Connection>(path_, vfs_);
     // A file that is copied by hand must be whole in itself, so another tool's write-ahead log is taken back.
     SQLite::Statement mode(connection->database, "PRAGMA journal_mode=DELETE");
     mode.executeStep();
@@ -188,7 +170,7 @@ void LogStore::Open()
 Result<void> LogStore::Run(bool write, const std::function<void(Session &)> &work)
 {
     try {
-        Open();
+        Open(write);
         Session session(*connection_);
         if (!write) {
             work(session);
@@ -199,9 +181,9 @@ Result<void> LogStore::Run(bool write, const std::function<void(Session &)> &wor
         transaction.commit();
         return {};
     } catch (const StoreError &error) {
-        return error.failure;
+        return Remember(error.failure);
     } catch (const SQLite::Exception &error) {
-        return StoreFailure(error.getErrorCode(), path_, QString::fromUtf8(error.what()));
+        return Remember(StoreFailure(error.getErrorCode(), path_, QString::fromUtf8(error.what())));
     }
 }
 
@@ -213,8 +195,8 @@ Result<void> LogStore::CreateEmpty()
     QFile::remove(making);
     QFile::remove(making + u"-journal"_qs);
     try {
-        SQLite::Database database(making.toUtf8().toStdString(), SQLite::OPEN_READWRITE | SQLite::OPEN_CREATE,
-            busyMilliseconds, vfs_.toStdString());
+        SQLite::Database database(
+            making.toUtf8().toStdString(), SQLite::OPEN_READWRITE | SQLite::OPEN_CREATE, 0, vfs_.toStdString());
         database.exec("PRAGMA synchronous=EXTRA");
         SQLite::Transaction transaction(database);
         for (const QString &statement : Schema::CreateStatements())

@@ -61,6 +61,7 @@ public:
 private:
     friend class LogStore;
     friend class Query;
+    friend class StoreCopy;
     struct Connection;
     explicit Session(Connection &connection)
         : connection_(connection)
@@ -69,8 +70,9 @@ private:
     Connection &connection_;
 };
 
-// The log database, base0.mdb. It is opened at the first operation and again whenever another file has been put in its
-// place; between operations nobody holds a lock on it. What Write returned without a failure survives a power cut.
+// The log database, base0.mdb. It is opened at the first operation, and again whenever another file has been put in its
+// place or a Write meets a file that could only be opened for reading; between operations nobody holds a lock on it.
+// What Write returned without a failure survives a power cut. A file that was found damaged is not written to any more.
 //
 // Failures tell what happened in Spanish and name the path: Missing, Foreign (an old Access file among them), Damaged,
 // Locked, ReadOnly, Full or Other. The file is left untouched by everything but a Write that succeeds.
@@ -87,7 +89,8 @@ public:
     // (a failure of kind Other).
     Result<void> CreateEmpty();
 
-    // Runs `work(session)` and gives what it gives. Nothing it opened may outlive it, and it must not wait for anything.
+    // Runs `work(session)` and gives what it gives. Nothing it opened may outlive it, and it must not wait for
+    // anything.
     template <typename Work>
     auto Read(Work &&work)
     {
@@ -108,6 +111,7 @@ public:
     Result<void> CheckIntegrity();
 
 private:
+    friend class StoreCopy;
     template <typename Work>
     auto Operate(bool write, Work &&work) -> Result<std::invoke_result_t<Work, Session &>>
     {
@@ -123,9 +127,11 @@ private:
         }
     }
     Result<void> Run(bool write, const std::function<void(Session &)> &work);
-    void Open();
+    void Open(bool write);
+    Failure Remember(Failure failure);
 
     QString path_;
     QByteArray vfs_;
-    std::unique_ptr<Session::Connection> connection_;
+    std::shared_ptr<Session::Connection> connection_;
+    std::optional<Failure> damage_; // found in the file that is open
 };

@@ -26,8 +26,8 @@ Result<void> MakeFirstLog(Logbook &logbook, bool firstRun)
         if (const Result<void> made = logbook.Store().CreateEmpty(); !made)
             return made;
     const QString name = u"Log inicial"_qs;
-    const Result<void> marked
-        = logbook.Store().Write([&](Session &session) { QsoTable::InsertLogMarker(session, name); });
+    const Result<void> marked =
+        logbook.Store().Write([&](Session &session) { QsoTable::InsertLogMarker(session, name); });
     if (marked)
         logbook.LogInUse = name;
     return marked;
@@ -43,7 +43,10 @@ Logbook::Logbook(QString folder, FileSystem &files, const Clock &clock, QByteArr
 {
 }
 
-bool HasConfig(const Logbook &logbook) { return logbook.Files().Exists(logbook.PathOf(configName)); }
+bool HasConfig(const Logbook &logbook)
+{
+    return logbook.Files().Exists(logbook.PathOf(configName));
+}
 
 bool LoadConfig(Logbook &logbook)
 {
@@ -64,8 +67,8 @@ Result<void> SaveConfig(Logbook &logbook, bool firstRun)
         if (const Result<void> made = MakeFirstLog(logbook, firstRun); !made)
             return made;
     const QStringList lines = ConfigLines(logbook.configuration, logbook.LogInUse);
-    const Result<void> written
-        = TextFile::WriteLines(logbook.Files(), logbook.PathOf(configName), lines, FileSystem::Sync::Yes);
+    const Result<void> written =
+        TextFile::WriteLines(logbook.Files(), logbook.PathOf(configName), lines, FileSystem::Sync::Yes);
     if (written)
         ShowCaptions(logbook);
     return written;

@@ -6,9 +6,22 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QLockFile>
+#include <QSysInfo>
 #include <QTemporaryFile>
 
 namespace ProgramFolder {
+
+namespace {
+
+// A lock of this computer names a process that can be looked for.
+bool NamesAHolderHere(const QLockFile &file)
+{
+    qint64 process = 0;
+    QString host, application;
+    return file.getLockInfo(&process, &host, &application) && host == QSysInfo::machineHostName();
+}
+
+} // namespace
 
 bool IsWritable(const QString &folder)
 {
@@ -39,7 +52,12 @@ Lock Hold(const QString &folder)
     auto file = std::make_unique<QLockFile>(folder + u"/tordillo.lock"_qs);
     // A process that was killed leaves its lock behind; it is stale once that process is gone, whatever its age.
     file->setStaleLockTime(0);
-    if (file->tryLock(0))
+    bool held = file->tryLock(0);
+    // A power cut can leave a lock that names nobody, and a folder that is carried about one of another computer. The
+    // removal asks the system whether any process holds the file.
+    if (!held && file->error() == QLockFile::LockFailedError && !NamesAHolderHere(*file))
+        held = file->removeStaleLockFile() && file->tryLock(0);
+    if (held)
         return {std::move(file), false};
     return {nullptr, file->error() == QLockFile::LockFailedError};
 }

@@ -40,8 +40,7 @@ const QStringList &CommonColumns()
 QStringList TableColumns(const QString &table)
 {
     if (table == u"Tabla2")
-        return CommonColumns()
-            + QStringList{u"LdA"_qs, u"Nombre_Sat"_qs, u"MiGrid"_qs, u"SuGrid"_qs, u"Argento"_qs};
+        return CommonColumns() + QStringList{u"LdA"_qs, u"Nombre_Sat"_qs, u"MiGrid"_qs, u"SuGrid"_qs, u"Argento"_qs};
     return CommonColumns() + QStringList{u"MiGrid"_qs, u"SuGrid"_qs, u"LdA"_qs, u"Nombre_Sat"_qs, u"Argento"_qs};
 }
 
@@ -74,7 +73,8 @@ QString CreateTable(const QString &table)
 const QHash<QString, QString> &Indexes()
 {
     static const QHash<QString, QString> indexes{
-        {u"Tabla1_log"_qs, u"CREATE INDEX IF NOT EXISTS Tabla1_log ON Tabla1 (\"Nombre Log\", Fecha, Hora, id, Modo)"_qs},
+        {u"Tabla1_log"_qs,
+            u"CREATE INDEX IF NOT EXISTS Tabla1_log ON Tabla1 (\"Nombre Log\", Fecha, Hora, id, Modo)"_qs},
         {u"Tabla1_estacion"_qs,
             u"CREATE INDEX IF NOT EXISTS Tabla1_estacion ON Tabla1 "
             "(Estacion, \"Nombre Log\", Modo, Banda, MyCall, Fecha, Hora)"_qs},
@@ -112,8 +112,11 @@ const QHash<QString, QString> &Triggers()
     return triggers;
 }
 
+// Grouped by the bare column, so that the index gives the groups; rows without a name and, in an old file, two
+// spellings of one name are then added up.
 const QString recount = u"INSERT INTO Contadores SELECT coalesce(\"Nombre Log\",''), count(*) FROM Tabla1 "
-                        "WHERE Modo<>'' GROUP BY 1"_qs;
+                        "WHERE Modo<>'' GROUP BY \"Nombre Log\" "
+                        "ON CONFLICT (\"Nombre Log\") DO UPDATE SET QSOs=QSOs+excluded.QSOs"_qs;
 
 QStringList Columns(Session &session, const QString &table)
 {
@@ -131,8 +134,8 @@ bool IsCurrent(Session &session)
     Query query = session.Prepare(u"SELECT name FROM sqlite_master"_qs);
     while (query.Next())
         objects.insert(query.Text(0));
-    for (const auto &wanted : {Tables(), QStringList(Indexes().keys()), QStringList(Triggers().keys()),
-             QStringList{u"Contadores"_qs}})
+    for (const auto &wanted :
+        {Tables(), QStringList(Indexes().keys()), QStringList(Triggers().keys()), QStringList{u"Contadores"_qs}})
         for (const QString &name : wanted)
             if (!objects.contains(name))
                 return false;
@@ -154,7 +157,7 @@ void AddMissingColumns(Session &session)
         const QString table = statement.section(u' ', 2, 2);
         const QString column = statement.section(u'[', 1).section(u']', 0, 0);
         if (!present[table].contains(column.toLower()))
-            session.Execute(statement);
+            session.Execute(statement + u" COLLATE NOCASE"); // as all other columns
     }
 }
 
@@ -242,9 +245,11 @@ Result<bool> RecountLogs(LogStore &store)
 {
     const Result<bool> wrong = store.Read([](Session &session) {
         Query query = session.Prepare(
-            u"WITH counted(log, n) AS (SELECT coalesce(\"Nombre Log\",''), count(*) FROM Tabla1 WHERE Modo<>'' GROUP BY 1) "
+            u"WITH grouped(log, n) AS (SELECT \"Nombre Log\", count(*) FROM Tabla1 WHERE Modo<>'' GROUP BY \"Nombre "
+            u"Log\"), "
+            "counted(log, n) AS (SELECT coalesce(log,'') COLLATE NOCASE, sum(n) FROM grouped GROUP BY 1) "
             "SELECT 1 FROM counted LEFT JOIN Contadores ON \"Nombre Log\"=log WHERE QSOs IS NOT n UNION ALL "
-            "SELECT 1 FROM Contadores WHERE QSOs<>0 AND NOT EXISTS (SELECT 1 FROM counted WHERE log=\"Nombre Log\") LIMIT 1"_qs);
+            "SELECT 1 FROM Contadores WHERE QSOs<>0 AND NOT EXISTS (SELECT 1 FROM counted WHERE \"Nombre Log\"=log) LIMIT 1"_qs);
         return query.Next();
     });
     if (!wrong || !*wrong)

@@ -20,9 +20,10 @@ Failure ForeignFile::Describe(const QString &path, const QByteArray &head)
 {
     const QByteArray kind = head.mid(4, 15);
     if (kind == "Standard Jet DB" || kind == "Standard ACE DB")
-        return {u"El archivo\n%1\nes una base de datos de Access de un programa anterior, que aquí no se puede leer. "
-                "No fue modificado.\n\nPara traer sus QSOs: haga un ADIF de todos los logs con el programa que lo creó, "
-                "guarde el archivo viejo con otro nombre e importe aquí ese ADIF."_qs.arg(path),
+        return {
+            u"El archivo\n%1\nes una base de datos de Access de un programa anterior, que aquí no se puede leer. "
+            "No fue modificado.\n\nPara traer sus QSOs: haga un ADIF de todos los logs con el programa que lo creó, "
+            "guarde el archivo viejo con otro nombre e importe aquí ese ADIF."_qs.arg(path),
             Failure::Kind::Foreign};
     if (head.isEmpty())
         return {u"El archivo\n%1\nestá vacío: no es una base de datos. No fue modificado."_qs.arg(path),
@@ -41,8 +42,8 @@ Failure StoreFailure(int engineCode, const QString &path, const QString &detail)
             Kind::Locked};
     case SQLITE_READONLY:
     case SQLITE_PERM:
-        return {u"No se puede escribir en la base de datos\n%1\nEl archivo o su carpeta son de sólo lectura."_qs.arg(
-                    path),
+        return {
+            u"No se puede escribir en la base de datos\n%1\nEl archivo o su carpeta son de sólo lectura."_qs.arg(path),
             Kind::ReadOnly};
     case SQLITE_CANTOPEN:
         return {u"No se puede abrir la base de datos\n%1\nEl archivo o su carpeta no dan permiso."_qs.arg(path),

@@ -44,6 +44,14 @@ std::optional<QString> LineReader::Next()
 
 namespace TextFile {
 
+namespace {
+
+// What the lines of one file may take, text and bookkeeping, before the rest of the file is left unread.
+constexpr qsizetype mostMemory = 32 << 20;
+constexpr qsizetype lineCost = 48;
+
+} // namespace
+
 std::optional<QStringList> ReadLines(const FileSystem &files, const QString &path)
 {
     const auto device = files.OpenForReading(path);
@@ -51,8 +59,13 @@ std::optional<QStringList> ReadLines(const FileSystem &files, const QString &pat
         return std::nullopt;
     QStringList lines;
     LineReader reader(*device);
-    while (const auto line = reader.Next())
+    for (qsizetype room = mostMemory; room > 0;) {
+        const auto line = reader.Next();
+        if (!line)
+            break;
         lines << *line;
+        room -= lineCost + 2 * line->size();
+    }
     return lines;
 }
 

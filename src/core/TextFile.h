@@ -40,7 +40,8 @@ using Reporter = std::function<void(int line, const QString &reason)>;
 
 namespace TextFile {
 
-// All lines of a file; nothing when the file is missing or cannot be read.
+// All lines of a file; nothing when the file is missing or cannot be read. For the small files of the program: what
+// stands behind several hundred thousand lines, or behind 16 million characters, is not read.
 std::optional<QStringList> ReadLines(const FileSystem &files, const QString &path);
 
 // Replaces the file by these lines, each ended by CR LF.

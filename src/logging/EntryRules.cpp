@@ -185,6 +185,16 @@ QString CutBadGridCharacter(QStringView text)
     return text.left(good ? length : length - 1).toString();
 }
 
+QString TidyGrid(QStringView text, QStringView before)
+{
+    if (text.size() - before.size() <= 1)
+        return CutBadGridCharacter(text);
+    QString typed;
+    for (const QChar c : text)
+        typed = CutBadGridCharacter(QString(typed + c));
+    return typed;
+}
+
 bool GridLengthAllowed(qsizetype length, GridOf kind)
 {
     return length == 0 || length == 6 || (length == 4 && kind == GridOf::Correspondent);

@@ -75,6 +75,10 @@ enum class GridOf { OwnStation, Correspondent };
 // looked at; it is cut off when it does not fit.
 QString CutBadGridCharacter(QStringView text);
 
+// A grid after a change: `before` is what the field held. A key is looked at as above; of a text that came in one piece
+// (pasted, dropped) each character is, as if it had been typed.
+QString TidyGrid(QStringView text, QStringView before);
+
 // A grid when its field is left: 0 or 6 characters, the correspondent's also 4.
 bool GridLengthAllowed(qsizetype length, GridOf kind);
 QString BadGridMessage();

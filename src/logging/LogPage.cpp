@@ -114,7 +114,7 @@ Paging::Buttons Paging::Enabled(qint64 count) const
     if (count <= pageSize || PageCount < 2)
         return {};
     const bool atFirst = PageNumber <= 1, atLast = PageNumber >= PageCount;
-    return { !atFirst, !atFirst, !atLast, !atLast };
+    return {!atFirst, !atFirst, !atLast, !atLast};
 }
 
 QString LogCaption(const QString &logName, qint64 count)

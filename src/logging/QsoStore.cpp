@@ -36,7 +36,7 @@ QsoRow RowOf(const QString &logName, const NewQso &qso)
 
 Result<void> SetColumn(LogStore &store, qint64 id, QString QsoRow::*column, const QString &value)
 {
-    return store.Write([&](Session &session) { QsoTable::Update(session, id, { { column, value } }); });
+    return store.Write([&](Session &session) { QsoTable::Update(session, id, {{column, value}}); });
 }
 
 } // namespace
@@ -61,7 +61,7 @@ void SpreadGrid(Session &session, const QString &logName, const QString &call, c
     while (query.Next())
         ids << query.Number(0);
     for (const qint64 id : ids)
-        QsoTable::Update(session, id, { { &QsoRow::SuGrid, grid } });
+        QsoTable::Update(session, id, {{&QsoRow::SuGrid, grid}});
 }
 
 Result<QString> FindGridOfCall(LogStore &store, const QString &logName, const QString &call)
@@ -92,11 +92,16 @@ Result<QList<QsoRow>> QsosWithCall(LogStore &store, const QString &logName, cons
         call.indexOf(u'*') < 0 ? call.size() : call.indexOf(u'*'));
     const QString from = call.left(letters);
     const QString beyond = from + QString::fromUcs4(U"\U0010FFFF", 1);
+    const bool hasWildcard = letters < call.size();
     return store.Read([&](Session &session) {
+        // "+" keeps the engine from the index of logs, by which it would walk the whole log to spare itself the sort.
         Query query = session.Prepare(
             u"SELECT MyCall, Estacion, Banda, Modo, Fecha, Hora FROM Tabla1 WHERE Estacion>=? AND Estacion<? "
-            "AND \"Nombre Log\"=? AND wildcard(?, Estacion) ORDER BY Fecha, Hora, id DESC"_qs);
-        query.Bind(1, from).Bind(2, beyond).Bind(3, logName).Bind(4, QString(call + u'*'));
+            "AND +\"Nombre Log\"=?"_qs
+            + (hasWildcard ? u" AND wildcard(?, Estacion)"_qs : QString()) + u" ORDER BY Fecha, Hora, id DESC");
+        query.Bind(1, from).Bind(2, beyond).Bind(3, logName);
+        if (hasWildcard)
+            query.Bind(4, QString(call + u'*'));
         QList<QsoRow> rows;
         while (query.Next()) {
             QsoRow row;

@@ -7,6 +7,7 @@
 #include "logging/BandPlan.h"
 #include "logging/CallInfo.h"
 #include "logging/EntryTime.h"
+#include "ui/Choice.h"
 #include "ui/FieldFilter.h"
 #include "ui/Program.h"
 #include "ui/Theme.h"
@@ -26,6 +27,8 @@ CharFilter KeysOf(KeyFilter filter)
 // While a country is looked up at each key, shorter texts would only flicker.
 constexpr int shortestLookup = 3;
 
+constexpr qsizetype longestTitle = 60;
+
 } // namespace
 
 EntryPanel::EntryPanel(Program &program, QWidget *parent)
@@ -37,8 +40,8 @@ EntryPanel::EntryPanel(Program &program, QWidget *parent)
     for (QLabel *label : {ui_->Label2, ui_->Label3, ui_->Label8})
         MarkAccent(label);
     // These act and give the focus back at once, so a click must not count as leaving the field.
-    for (QWidget *control : std::initializer_list<QWidget *>{ui_->Check1, ui_->Check2, ui_->Check3, ui_->Check4,
-             ui_->Command7, ui_->Command13, ui_->Command14})
+    for (QWidget *control : std::initializer_list<QWidget *>{
+             ui_->Check1, ui_->Check2, ui_->Check3, ui_->Check4, ui_->Command7, ui_->Command13, ui_->Command14})
         control->setFocusPolicy(Qt::TabFocus);
     for (QPushButton *button : {ui_->Command7, ui_->Command13, ui_->Command14})
         button->setEnabled(false);
@@ -48,8 +51,6 @@ EntryPanel::EntryPanel(Program &program, QWidget *parent)
     ui_->activador->hide();
     ui_->Label11->hide();
     ui_->Label20->hide();
-    // The bottom line must be as high without an activity as with one.
-    ui_->Label18->setMinimumHeight(ui_->Combo1->sizeHint().height());
     AttachFilters();
     Connect();
     ConnectChecks();
@@ -85,7 +86,7 @@ void EntryPanel::Connect()
     connect(ui_->Command7, &QPushButton::clicked, this, &EntryPanel::CallQsosClicked);
     connect(ui_->Label19, &ClickLabel::DoubleClicked, this, &EntryPanel::SummitsClicked);
     for (QComboBox *combo : {ui_->mhz, ui_->Combo1})
-        combo->setCompleter(nullptr);
+        Choice::OnlyByClick(combo);
 }
 
 void EntryPanel::ConnectChecks()
@@ -109,13 +110,18 @@ void EntryPanel::ConnectChecks()
     });
 }
 
+void EntryPanel::PlaceCaller(QWidget *caller)
+{
+    ui_->lugarLlamador->addWidget(caller);
+}
+
 void EntryPanel::FillLists()
 {
     ui_->Combo1->addItems(BandPlan::EntryModes());
-    ui_->Combo1->setCurrentText(u"SSB"_qs);
+    Choice::Show(ui_->Combo1, u"SSB"_qs);
     ui_->Label7->setText(u"80m"_qs);
     ui_->mhz->addItems(BandPlan::EntryMegahertz());
-    ui_->mhz->setCurrentText(u"3"_qs);
+    Choice::Show(ui_->mhz, u"3"_qs);
     ui_->Combo2->addItems(BandPlan::EntryBands());
     ui_->Combo2->setCurrentText(u"80m"_qs);
     ui_->Label11->setText(u"LU"_qs);
@@ -129,7 +135,7 @@ void EntryPanel::RestoreFieldMemory()
     if (!memory.present)
         ui_->Text1->setText(u"650"_qs);
     if (memory.mhz) {
-        ui_->mhz->setCurrentText(*memory.mhz);
+        Choice::Show(ui_->mhz, *memory.mhz);
         ui_->Text1->setText(*memory.khz);
     }
     if (memory.band)
@@ -143,18 +149,18 @@ void EntryPanel::RestoreFieldMemory()
 void EntryPanel::RestoreExitMemory()
 {
     const ExitMemory memory = ReadExitMemory(program_.logbook);
-    if (memory.modo) {
-        ui_->Combo1->setCurrentText(*memory.modo);
+    if (memory.modo && !memory.modo->isEmpty()) {
+        Choice::Show(ui_->Combo1, *memory.modo);
         const QString report = EntryRules::ReportForMode(*memory.modo);
         ui_->RSE->setText(report);
         ui_->RSR->setText(report);
     }
     if (memory.mhz)
-        ui_->mhz->setCurrentText(*memory.mhz);
+        Choice::Show(ui_->mhz, *memory.mhz);
     if (memory.khz)
         ui_->Text1->setText(*memory.khz);
     if (memory.mhz || memory.khz)
-        UpdateBand(false);
+        ShowBand();
     if (memory.viaSatelite && *memory.viaSatelite) {
         TickViaSatellite(true);
         Q_EMIT ViaSatelliteClicked(true);
@@ -179,7 +185,10 @@ void EntryPanel::ShowCaptions()
     ui_->Label2->setText(captions.station);
     ui_->Label3->setText(captions.operador);
     ui_->Label8->setText(captions.grid);
-    ui_->Frame1->setTitle(QString(captions.log).replace(u'&', u"&&"_qs));
+    // A title is never cut by its frame: a very long one would widen the window beyond the screen.
+    const bool fits = captions.log.size() <= longestTitle;
+    const QString title = fits ? captions.log : captions.log.left(longestTitle) + u'…';
+    ui_->Frame1->setTitle(QString(title).replace(u'&', u"&&"_qs));
 }
 
 EntryRules::EntryFields EntryPanel::Fields() const
@@ -217,9 +226,19 @@ QWidget *EntryPanel::FieldOf(EntryFocus focus) const
     }
 }
 
-void EntryPanel::FocusField(EntryFocus focus) { FieldOf(focus)->setFocus(); }
+void EntryPanel::FocusField(EntryFocus focus)
+{
+    FieldOf(focus)->setFocus();
+}
 
-QString EntryPanel::Call() const { return ui_->Corresponsal->text(); }
+QString EntryPanel::Call() const
+{
+    return ui_->Corresponsal->text();
+}
+QWidget *EntryPanel::ModeField() const
+{
+    return ui_->Combo1;
+}
 
 NewQso EntryPanel::ReadQso() const
 {
@@ -245,20 +264,44 @@ NewQso EntryPanel::ReadQso() const
     return qso;
 }
 
-bool EntryPanel::QtrManual() const { return ui_->Check1->isChecked(); }
-bool EntryPanel::ViaSatellite() const { return ui_->Check2->isChecked(); }
-bool EntryPanel::ZoneVisible() const { return !ui_->Label11->isHidden(); }
-QString EntryPanel::ZoneCaption() const { return ui_->Label11->text(); }
+bool EntryPanel::QtrManual() const
+{
+    return ui_->Check1->isChecked();
+}
+bool EntryPanel::ViaSatellite() const
+{
+    return ui_->Check2->isChecked();
+}
+bool EntryPanel::ZoneVisible() const
+{
+    return !ui_->Label11->isHidden();
+}
+QString EntryPanel::ZoneCaption() const
+{
+    return ui_->Label11->text();
+}
 
 void EntryPanel::ClearAfterStore(qint64 id)
 {
-    lastId_ = QString::number(id);
+    ui_->Label4->setText(QString::number(id));
     ui_->Corresponsal->clear();
     if (!ui_->Check3->isChecked())
         ui_->Obs->clear();
     ui_->Text2->clear();
     ui_->SOTA->clear();
     ui_->POTA_IN->clear();
+}
+
+std::optional<qint64> EntryPanel::LastId() const
+{
+    const QString id = ui_->Label4->text();
+    return id.isEmpty() ? std::nullopt : std::optional(id.toLongLong());
+}
+
+void EntryPanel::ForgetQso(qint64 id)
+{
+    if (LastId() == id)
+        ui_->Label4->clear();
 }
 
 void EntryPanel::WipeCall()
@@ -271,8 +314,8 @@ void EntryPanel::WipeCall()
 // The memories are a convenience: that one cannot be written must not come between the operator and the next contact.
 void EntryPanel::SaveFieldMemory()
 {
-    static_cast<void>(::SaveFieldMemory(program_.logbook, ui_->mhz->currentText(), ui_->Text1->text(),
-        ui_->Label7->text(), ui_->Check1->isChecked()));
+    static_cast<void>(::SaveFieldMemory(
+        program_.logbook, ui_->mhz->currentText(), ui_->Text1->text(), ui_->Label7->text(), ui_->Check1->isChecked()));
 }
 
 void EntryPanel::SaveExitMemory()
@@ -296,7 +339,7 @@ void EntryPanel::LeaveSatelliteMode()
         field->setEnabled(true);
     if (!beforeSatellite_)
         return;
-    ui_->Combo1->setCurrentText(beforeSatellite_->mode);
+    Choice::Show(ui_->Combo1, beforeSatellite_->mode);
     SetFrequency(beforeSatellite_->mhz, beforeSatellite_->khz);
     beforeSatellite_.reset();
 }
@@ -304,10 +347,13 @@ void EntryPanel::LeaveSatelliteMode()
 void EntryPanel::ApplySatellite(const UplinkFrequency &uplink, const QString &mode)
 {
     SetFrequency(uplink.megahertz, uplink.kilohertz);
-    ui_->Combo1->setCurrentText(mode);
+    Choice::Show(ui_->Combo1, mode);
 }
 
-void EntryPanel::TickViaSatellite(bool ticked) { ui_->Check2->setChecked(ticked); }
+void EntryPanel::TickViaSatellite(bool ticked)
+{
+    ui_->Check2->setChecked(ticked);
+}
 
 void EntryPanel::ShowActivity(const QString &text)
 {
@@ -338,8 +384,8 @@ void EntryPanel::Left(QWidget *field)
         CallLeft();
     } else if (field == ui_->Fecha || field == ui_->Hora) {
         auto *line = static_cast<QLineEdit *>(field);
-        const EntryRules::FieldCheck check = field == ui_->Fecha ? EntryRules::CheckFecha(line->text())
-                                                                 : EntryRules::CheckHora(line->text());
+        const EntryRules::FieldCheck check =
+            field == ui_->Fecha ? EntryRules::CheckFecha(line->text()) : EntryRules::CheckHora(line->text());
         line->setText(check.text);
         if (!check.message.isEmpty())
             Q_EMIT FieldRefused(field, check.message);
@@ -358,8 +404,8 @@ void EntryPanel::Tick()
     clockRunning_ = true;
     if (ui_->Check1->isChecked())
         return;
-    const EntryTime::DateAndTime now
-        = EntryTime::ClockFields(program_.logbook.ClockInUse().Now(), program_.logbook.configuration.DiferUTC);
+    const EntryTime::DateAndTime now =
+        EntryTime::ClockFields(program_.logbook.ClockInUse().Now(), program_.logbook.configuration.DiferUTC);
     Window::SetTextKeepingFocus(ui_->Fecha, now.fecha);
     Window::SetTextKeepingFocus(ui_->Hora, now.hora);
 }
@@ -393,7 +439,10 @@ void EntryPanel::CallLeft()
         ShowCountry();
 }
 
-void EntryPanel::ShowCountry() { ui_->Label18->setText(program_.dxcc.CountryLabel(ui_->Corresponsal->text())); }
+void EntryPanel::ShowCountry()
+{
+    ui_->Label18->setText(program_.dxcc.CountryLabel(ui_->Corresponsal->text()));
+}
 
 void EntryPanel::CheckReport(QLineEdit *field)
 {
@@ -407,28 +456,35 @@ void EntryPanel::CheckReport(QLineEdit *field)
 void EntryPanel::KilohertzLeft()
 {
     ui_->Text1->setText(BandPlan::PadKilohertz(ui_->Text1->text()));
-    UpdateBand(true);
+    if (const QString warning = UpdateBand(); !warning.isEmpty())
+        Q_EMIT FieldRefused(ui_->Text1, warning);
 }
 
-void EntryPanel::UpdateBand(bool warn)
+// Shows the band of the present frequency; gives the warning to be told, once for each value out of band.
+QString EntryPanel::UpdateBand()
 {
     const QString mhz = ui_->mhz->currentText(), khz = ui_->Text1->text();
     const BandPlan::FieldBand band = BandPlan::BandOfFields(mhz, khz, BandPlan::FieldsOf::EntryWindow);
     ui_->Label7->setText(band.band);
-    const QString frequency = mhz + u'.' + khz;
-    if (!band.outOfBand) {
-        warnedFrequency_.clear();
-    } else if (warn && frequency != warnedFrequency_) {
-        warnedFrequency_ = frequency;
-        Q_EMIT FieldRefused(ui_->Text1, band.message);
-    }
+    const QString frequency = band.outOfBand ? QString(mhz + u'.' + khz) : QString();
+    const bool told = frequency == warnedFrequency_;
+    warnedFrequency_ = frequency;
+    return told ? QString() : band.message;
+}
+
+// The program's own changes of the frequency warn nobody, and the operator's next look at it still does.
+void EntryPanel::ShowBand()
+{
+    UpdateBand();
+    warnedFrequency_.clear();
 }
 
 void EntryPanel::GridChanged()
 {
-    const QString text = ui_->Text2->text(), good = EntryRules::CutBadGridCharacter(text);
+    const QString text = ui_->Text2->text(), good = EntryRules::TidyGrid(text, grid_);
     if (good != text)
         ui_->Text2->setText(good);
+    grid_ = good;
 }
 
 void EntryPanel::ModeClicked()
@@ -443,11 +499,8 @@ void EntryPanel::MegahertzClicked()
 {
     if (ui_->Text1->text().isEmpty())
         return;
-    const BandPlan::FieldBand band = BandPlan::BandOfFields(
-        ui_->mhz->currentText(), ui_->Text1->text(), BandPlan::FieldsOf::EntryWindow);
-    ui_->Label7->setText(band.band);
-    if (band.outOfBand)
-        program_.dialogs.Message(this, band.message);
+    if (const QString warning = UpdateBand(); !warning.isEmpty())
+        program_.dialogs.Message(this, warning);
     ui_->Corresponsal->setFocus();
 }
 
@@ -473,11 +526,14 @@ void EntryPanel::QtrManualChanged()
     SaveFieldMemory();
 }
 
-void EntryPanel::ShowActivation() { ui_->activador->setVisible(ui_->Check4->isChecked()); }
+void EntryPanel::ShowActivation()
+{
+    ui_->activador->setVisible(ui_->Check4->isChecked());
+}
 
 void EntryPanel::SetFrequency(const QString &mhz, const QString &khz)
 {
-    ui_->mhz->setCurrentText(mhz);
+    Choice::Show(ui_->mhz, mhz);
     ui_->Text1->setText(khz);
-    UpdateBand(false);
+    ShowBand();
 }

@@ -49,6 +49,9 @@ public:
     // Until the first tick of the clock nothing moves the focus or writes a file.
     bool ClockRunning() const { return clockRunning_; }
 
+    // The recorded CQ has its place at the end of the bottom line.
+    void PlaceCaller(QWidget *caller);
+
     // The window's start: lists and initial texts, then what mem.ini and the exit memory held.
     void FillLists();
     void RestoreFieldMemory();
@@ -63,6 +66,7 @@ public:
     void FocusField(EntryRules::EntryFocus focus);
     void FocusCorresponsal() { FocusField(EntryRules::EntryFocus::Corresponsal); }
     QString Call() const;
+    QWidget *ModeField() const;
 
     // The contact as the fields give it, date and time as typed. Nothing is emptied.
     NewQso ReadQso() const;
@@ -73,6 +77,9 @@ public:
     QString ZoneCaption() const;
     // After the store: what does not stay for the next contact is emptied, Label4 gets the id.
     void ClearAfterStore(qint64 id);
+    // The contact entered last since the start, unless it was deleted since.
+    std::optional<qint64> LastId() const;
+    void ForgetQso(qint64 id);
     // Ctrl+W: empties call and grid.
     void WipeCall();
     void SaveFieldMemory();
@@ -112,7 +119,8 @@ private:
     void CheckReport(QLineEdit *field);
     void KilohertzLeft();
     void GridChanged();
-    void UpdateBand(bool warn);
+    QString UpdateBand();
+    void ShowBand();
     void ModeClicked();
     void MegahertzClicked();
     void FillTime();
@@ -124,7 +132,7 @@ private:
     std::unique_ptr<Ui::EntryPanel> ui_;
     int entryField_ = 1;
     bool clockRunning_ = false;
-    QString lastId_;
+    QString grid_; // the grid before the present change
     QString warnedFrequency_; // the out-of-band value that was told last
     struct Saved {
         QString mode, mhz, khz;

@@ -49,7 +49,8 @@ QString FieldFilter::Filtered(const QString &text) const
 
 bool FieldFilter::eventFilter(QObject *watched, QEvent *event)
 {
-    if (watched != field_ || field_->isReadOnly())
+    // A field that is being destroyed still gets events here: nothing is asked of it before the kind is known.
+    if (watched != field_)
         return false;
     switch (event->type()) {
     case QEvent::KeyPress:
@@ -70,6 +71,8 @@ bool FieldFilter::eventFilter(QObject *watched, QEvent *event)
 // The line edit gets the event with the text replaced, so that completion and the rest of its key handling still run.
 bool FieldFilter::Type(QKeyEvent *event)
 {
+    if (field_->isReadOnly())
+        return false;
     if (event->matches(QKeySequence::Paste)) {
         Insert(QGuiApplication::clipboard()->text());
         event->accept();
@@ -94,7 +97,7 @@ bool FieldFilter::Type(QKeyEvent *event)
 bool FieldFilter::Compose(QInputMethodEvent *event)
 {
     const QString text = Filtered(event->commitString());
-    if (text == event->commitString())
+    if (text == event->commitString() || field_->isReadOnly())
         return false;
     QInputMethodEvent replaced(event->preeditString(), event->attributes());
     replaced.setCommitString(text, event->replacementStart(), event->replacementLength());
@@ -106,7 +109,7 @@ bool FieldFilter::Compose(QInputMethodEvent *event)
 bool FieldFilter::Drop(QEvent *event)
 {
     auto *drop = static_cast<QDropEvent *>(event);
-    if (drop->source() == field_ || !drop->mimeData()->hasText())
+    if (field_->isReadOnly() || drop->source() == field_ || !drop->mimeData()->hasText())
         return false;
     field_->deselect();
     field_->setCursorPosition(field_->cursorPositionAt(drop->position().toPoint()));
@@ -120,7 +123,7 @@ bool FieldFilter::PasteSelection(QEvent *event)
 {
     const auto *mouse = static_cast<QMouseEvent *>(event);
     QClipboard *clipboard = QGuiApplication::clipboard();
-    if (mouse->button() != Qt::MiddleButton || !clipboard->supportsSelection())
+    if (field_->isReadOnly() || mouse->button() != Qt::MiddleButton || !clipboard->supportsSelection())
         return false;
     field_->deselect();
     field_->setCursorPosition(field_->cursorPositionAt(mouse->position().toPoint()));
@@ -130,11 +133,14 @@ bool FieldFilter::PasteSelection(QEvent *event)
 
 bool FieldFilter::ShowMenu(QEvent *event)
 {
-    if (field_->contextMenuPolicy() != Qt::DefaultContextMenu)
+    if (field_->isReadOnly() || field_->contextMenuPolicy() != Qt::DefaultContextMenu)
         return false;
     QMenu *menu = field_->createStandardContextMenu();
     menu->setAttribute(Qt::WA_DeleteOnClose);
-    if (auto *paste = menu->findChild<QAction *>(u"edit-paste"_qs)) {
+    const QString pasteText = QLineEdit::tr("&Paste"); // entries have no names; with the keys behind it
+    for (QAction *paste : menu->actions()) {
+        if (!paste->text().startsWith(pasteText))
+            continue;
         paste->disconnect(SIGNAL(triggered(bool)));
         connect(paste, &QAction::triggered, this, [this] { Insert(QGuiApplication::clipboard()->text()); });
     }

@@ -47,8 +47,7 @@ Form17::~Form17() = default;
 
 void Form17::Show(const QString &call, const QList<QsoRow> &rows)
 {
-    QStringList lines{Joined(
-        {u"MiCall"_qs, u"SuCall"_qs, u"Banda"_qs, u"Modo"_qs, u"Fecha"_qs, u"Hora"_qs}, u' ')};
+    QStringList lines{Joined({u"MiCall"_qs, u"SuCall"_qs, u"Banda"_qs, u"Modo"_qs, u"Fecha"_qs, u"Hora"_qs}, u' ')};
     lines.reserve(rows.size() + 1);
     for (const QsoRow &row : rows)
         lines << Line(row);

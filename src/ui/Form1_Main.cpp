@@ -7,21 +7,26 @@
 #include "logging/EntryTime.h"
 #include "ui/CallerPanel.h"
 #include "ui/EntryPanel.h"
+#include "ui/Form10_About.h"
+#include "ui/Form11_Satellites.h"
+#include "ui/Form16_Profiles.h"
 #include "ui/Form17_CallQsos.h"
 #include "ui/Form2_Settings.h"
+#include "ui/Form5_EditQso.h"
+#include "ui/Form6_Search.h"
+#include "ui/LogCommands.h"
 #include "ui/LogListPanel.h"
 #include "ui/MainMenu.h"
 #include "ui/Program.h"
 #include "ui/SatellitePanel.h"
 #include "ui/StartUp.h"
+#include "ui/TextViewer.h"
 #include "ui/WindowScaler.h"
 #include "ui/Windows.h"
 
-#include <QDesktopServices>
 #include <QKeyEvent>
 #include <QPushButton>
 #include <QScreen>
-#include <QUrl>
 #include <QVBoxLayout>
 
 namespace {
@@ -32,9 +37,12 @@ constexpr int shortestLookup = 4;
 const QString summitsName = u"summitslist_Arg.csv"_qs;
 
 // Larger than this the window is drawn for; the scaler fits it to the screen.
-constexpr QSize drawnSize(1340, 690);
+constexpr QSize drawnSize(1340, 700);
 
-bool IsEnter(const QKeyEvent *event) { return event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter; }
+bool IsEnter(const QKeyEvent *event)
+{
+    return event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+}
 
 } // namespace
 
@@ -44,7 +52,7 @@ Form1::Form1(Program &program)
     , menu_(new MainMenu(this))
     , entry_(new EntryPanel(program, this))
     , satellite_(new SatellitePanel(program, this))
-    , caller_(new CallerPanel(this))
+    , caller_(new CallerPanel(entry_))
     , list_(new LogListPanel(program, this))
     , startUp_(std::make_unique<StartUp>(program, *this, *entry_, *satellite_))
 {
@@ -63,13 +71,10 @@ void Form1::BuildLayout()
     auto *rows = new QVBoxLayout(this);
     rows->setMenuBar(menu_);
     rows->setContentsMargins(8, 4, 8, 8);
-    rows->setSpacing(6);
+    rows->setSpacing(4);
+    entry_->PlaceCaller(caller_);
     rows->addWidget(entry_);
-    auto *strip = new QHBoxLayout;
-    strip->setSpacing(8);
-    strip->addWidget(satellite_, 1);
-    strip->addWidget(caller_);
-    rows->addLayout(strip);
+    rows->addWidget(satellite_);
     rows->addWidget(list_, 1);
     setMinimumSize(900, 560);
     resize(drawnSize);
@@ -108,12 +113,21 @@ void Form1::ConnectPanels()
         entry_->ApplySatellite(satellite_->Uplink(), satellite_->Mode());
         entry_->FocusCorresponsal();
     });
+    connect(list_, &LogListPanel::QsoChosen, this, [this](const QsoRow &row) {
+        if (QsoCountShown() > 0)
+            program_.windows.EditQso().EditFromList(row, Form5::EditCaller::Form1);
+    });
     connect(list_, &LogListPanel::PageMoved, this, [this] { entry_->FocusCorresponsal(); });
 }
 
 void Form1::ConnectMenu()
 {
+    new LogCommands(program_, *this, *menu_);
     menu_->On("conf", this, &Form1::OpenSettings);
+    menu_->On("ppeerr", this, [this] { program_.windows.Profiles().ShowProfiles(); });
+    menu_->On("eadif", this, [this] { program_.windows.Search().ShowSearch(); });
+    menu_->On("satel", this, &Form1::OpenSatellites);
+    menu_->On("acerca", this, [this] { program_.windows.About().ShowModal(); });
     menu_->On("cumbres", this, &Form1::OpenSummits);
     menu_->On("salir", this, [this] {
         if (ConfirmLeaving())
@@ -137,17 +151,60 @@ void Form1::showEvent(QShowEvent *event)
     startUp_->Begin();
 }
 
-void Form1::LoadLogPage(qint64 firstRow) { list_->LoadLogPage(firstRow); }
+void Form1::LoadLogPage(qint64 firstRow)
+{
+    list_->LoadLogPage(firstRow);
+}
 
-void Form1::SetArchivoMenu(bool enabled) { menu_->SetArchivoEnabled(enabled); }
+void Form1::ReloadPage()
+{
+    list_->ReloadPage();
+}
 
-void Form1::ShowConfiguration() { entry_->ShowConfiguration(); }
+qint64 Form1::QsoCountShown() const
+{
+    return list_->QsoCountShown();
+}
 
-void Form1::ShowCaptions() { entry_->ShowCaptions(); }
+void Form1::ForgetQso(qint64 id)
+{
+    entry_->ForgetQso(id);
+}
 
-void Form1::StartTimer7() { startUp_->StartTimer7(); }
+void Form1::ShowActivity(const QString &text)
+{
+    entry_->ShowActivity(text);
+}
 
-void Form1::StopTimer7() { startUp_->StopTimer7(); }
+void Form1::SetBusy(bool busy)
+{
+    menu_->setEnabled(!busy);
+}
+
+void Form1::SetArchivoMenu(bool enabled)
+{
+    menu_->SetArchivoEnabled(enabled);
+}
+
+void Form1::ShowConfiguration()
+{
+    entry_->ShowConfiguration();
+}
+
+void Form1::ShowCaptions()
+{
+    entry_->ShowCaptions();
+}
+
+void Form1::StartTimer7()
+{
+    startUp_->StartTimer7();
+}
+
+void Form1::StopTimer7()
+{
+    startUp_->StopTimer7();
+}
 
 bool Form1::ClaimsShortcut(const QKeyEvent *event) const
 {
@@ -183,6 +240,10 @@ bool Form1::PreviewKey(QKeyEvent *event)
         return true;
     case Qt::Key_End:
         list_->LastPage();
+        return true;
+    case Qt::Key_F5:
+        if (!event->isAutoRepeat())
+            OpenEditLast();
         return true;
     case Qt::Key_Escape:
         program_.logbook.LongWork().CancelAll();
@@ -222,14 +283,14 @@ void Form1::Walk()
     fields.satellite = satellite_->Satellite();
     if (const auto refusal = EntryRules::RefuseWalk(fields)) {
         const bool critical = refusal->icon == EntryRules::WalkRefusal::Icon::Critical;
-        dialogs().Message(
-            this, refusal->message, critical ? Dialogs::Icon::Critical : Dialogs::Icon::Exclamation);
-        GiveFocusTo(refusal->focus == EntryRules::EntryFocus::Satellite ? satellite_->NameField()
-                                                                        : entry_->FieldOf(refusal->focus));
+        dialogs().Message(this, refusal->message, critical ? Dialogs::Icon::Critical : Dialogs::Icon::Exclamation);
+        QWidget *field = refusal->focus == EntryRules::EntryFocus::Satellite ? satellite_->NameField()
+                                                                             : entry_->FieldOf(refusal->focus);
+        GiveFocusTo(field);
+        entry_->Entered(field); // selects again what is to be typed anew, also where the focus never left
         return;
     }
-    const auto next
-        = EntryRules::NextEntryField(entry_->EntryField(), entry_->QtrManual(), entry_->ViaSatellite());
+    const auto next = EntryRules::NextEntryField(entry_->EntryField(), entry_->QtrManual(), entry_->ViaSatellite());
     if (next)
         entry_->FocusField(*next);
     else
@@ -239,19 +300,25 @@ void Form1::Walk()
 void Form1::StoreQso()
 {
     // The click that brought us here may have left a field that has something to say first.
-    if (FieldMessagePending())
+    if (FieldMessagePending() || !EnsureOpenLog())
         return;
     NewQso qso = entry_->ReadQso();
     if (satellite_->IsActive()) {
         qso.satellite = satellite_->Satellite();
         qso.mode = satellite_->Mode();
     }
+    if (qso.mode.isEmpty()) {
+        // A row without a mode is the marker of a log: no list would ever show this contact.
+        dialogs().Message(this, u"Falta el Modo!"_qs);
+        GiveFocusTo(entry_->ModeField());
+        return;
+    }
     entry_->SaveFieldMemory();
-    const auto corrected = EntryTime::CorrectedAtEntry(qso.date, qso.time, entry_->ZoneVisible(),
-        entry_->ZoneCaption(), program_.logbook.configuration.DiferUTC);
+    const auto corrected = EntryTime::CorrectedAtEntry(
+        qso.date, qso.time, entry_->ZoneVisible(), entry_->ZoneCaption(), program_.logbook.configuration.DiferUTC);
     if (!corrected) {
-        dialogs().Message(this, u"La fecha %1 o la hora %2 no se pueden leer.\nEl QSO no fue guardado."_qs.arg(
-                                    qso.date, qso.time));
+        dialogs().Message(
+            this, u"La fecha %1 o la hora %2 no se pueden leer.\nEl QSO no fue guardado."_qs.arg(qso.date, qso.time));
         entry_->FocusCorresponsal();
         return;
     }
@@ -265,6 +332,24 @@ void Form1::StoreQso()
     entry_->ClearAfterStore(*id);
     LoadLogPage(1);
     entry_->FocusCorresponsal();
+}
+
+// In a log without a name nobody would look for the contact: the configuration is not read yet, or it lost the line.
+bool Form1::EnsureOpenLog()
+{
+    startUp_->Hurry();
+    if (!entry_->ClockRunning())
+        entry_->Tick();
+    if (!program_.logbook.LogInUse.isEmpty())
+        return true;
+    if (!startUp_->IsConfigured())
+        return false;
+    const Result<void> opened = SaveConfig(program_.logbook, program_.FirstRun);
+    if (opened)
+        ShowCaptions();
+    else
+        TellStoreFailure(opened.failure());
+    return bool(opened);
 }
 
 void Form1::TellStoreFailure(const Failure &failure)
@@ -291,7 +376,7 @@ void Form1::OpenSummits()
 {
     const QString path = program_.logbook.PathOf(summitsName);
     if (program_.logbook.Files().Exists(path))
-        QDesktopServices::openUrl(QUrl::fromLocalFile(path));
+        OpenTextFile(program_.logbook, path);
 }
 
 void Form1::SetViaSatellite(bool on)
@@ -313,17 +398,43 @@ void Form1::OpenSettings()
     ShowCaptions();
 }
 
-void Form1::FieldEntered(QWidget *field) { entry_->Entered(field); }
+void Form1::OpenEditLast()
+{
+    if (QsoCountShown() == 0) {
+        dialogs().Message(this, u"No hay QSOs para Editar!"_qs);
+        return;
+    }
+    const auto row = QsoEdit::FindQso(program_.logbook.Store(), program_.logbook.LogInUse, entry_->LastId());
+    if (!row)
+        dialogs().Message(this, row.failure().text, Dialogs::Icon::Critical);
+    else if (*row)
+        program_.windows.EditQso().EditByKey(**row);
+}
 
-void Form1::FieldLeft(QWidget *field) { entry_->Left(field); }
+void Form1::OpenSatellites()
+{
+    program_.windows.Satellites([this] { satellite_->LoadSatellites(); }).ShowEditor();
+}
 
-QWidget *Form1::FocusFallback() const { return entry_->FieldOf(EntryRules::EntryFocus::Corresponsal); }
+void Form1::FieldEntered(QWidget *field)
+{
+    entry_->Entered(field);
+}
+
+void Form1::FieldLeft(QWidget *field)
+{
+    entry_->Left(field);
+}
+
+QWidget *Form1::FocusFallback() const
+{
+    return entry_->FieldOf(EntryRules::EntryFocus::Corresponsal);
+}
 
 bool Form1::ConfirmLeaving()
 {
     program_.logbook.LongWork().CancelAll();
-    return dialogs().Ask(
-        this, u"Sale de Tordillo Compacto?"_qs, Dialogs::Icon::Question, Dialogs::Button::No);
+    return dialogs().Ask(this, u"Sale de Tordillo Compacto?"_qs, Dialogs::Icon::Question, Dialogs::Button::No);
 }
 
 bool Form1::MayClose()
@@ -332,8 +443,9 @@ bool Form1::MayClose()
         return true;
     if (!ConfirmLeaving())
         return false;
-    if (const Result<void> saved = SaveConfig(program_.logbook, program_.FirstRun); !saved)
-        dialogs().Message(this, saved.failure().text, Dialogs::Icon::Critical);
+    if (startUp_->IsConfigured())
+        if (const Result<void> saved = SaveConfig(program_.logbook, program_.FirstRun); !saved)
+            dialogs().Message(this, saved.failure().text, Dialogs::Icon::Critical);
     Leave();
     return true;
 }

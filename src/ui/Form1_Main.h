@@ -10,6 +10,7 @@ struct Program;
 struct Failure;
 class CallerPanel;
 class EntryPanel;
+class LogCommands;
 class LogListPanel;
 class MainMenu;
 class SatellitePanel;
@@ -35,6 +36,14 @@ public:
 
     // The page of the open log from this row on.
     void LoadLogPage(qint64 firstRow);
+    void ReloadPage();
+    qint64 QsoCountShown() const;
+    // A deleted contact is no longer the last one entered.
+    void ForgetQso(qint64 id);
+    // What is going on, beside the lookup buttons; empty hides it.
+    void ShowActivity(const QString &text);
+    // While a command works that must not be started twice, or run beside another.
+    void SetBusy(bool busy);
     void SetArchivoMenu(bool enabled);
     // Shows the configuration's fields and captions.
     void ShowConfiguration();
@@ -60,11 +69,14 @@ private:
     bool PreviewControlKey(QKeyEvent *event);
     void Walk();
     void StoreQso();
+    bool EnsureOpenLog();
     void TellStoreFailure(const Failure &failure);
     void ShowCallQsos();
     void OpenSummits();
     void SetViaSatellite(bool on);
     void OpenSettings();
+    void OpenEditLast();
+    void OpenSatellites();
     bool ConfirmLeaving();
     void Leave();
 

@@ -84,10 +84,11 @@ void Form2::Bind()
 {
     Configuration &configuration = program_.logbook.configuration;
     for (const TextSetting &setting : texts)
-        connect(ui_.get()->*setting.field, &QLineEdit::textChanged, this, [this, setting, &configuration](const QString &text) {
-            if (!showing_)
-                configuration.*setting.value = text;
-        });
+        connect(ui_.get()->*setting.field, &QLineEdit::textChanged, this,
+            [this, setting, &configuration](const QString &text) {
+                if (!showing_)
+                    configuration.*setting.value = text;
+            });
     for (const ListSetting &setting : lists)
         connect(ui_.get()->*setting.list, &QComboBox::currentTextChanged, this,
             [this, setting, &configuration](const QString &text) {
@@ -190,7 +191,8 @@ void Form2::FieldEntered(QWidget *field)
 
 void Form2::FieldLeft(QWidget *field)
 {
-    if (field == ui_->Text4 && !EntryRules::GridLengthAllowed(ui_->Text4->text().size(), EntryRules::GridOf::OwnStation))
+    if (field == ui_->Text4
+        && !EntryRules::GridLengthAllowed(ui_->Text4->text().size(), EntryRules::GridOf::OwnStation))
         QueueFieldMessage(field, EntryRules::BadGridMessage());
 }
 
@@ -201,12 +203,13 @@ void Form2::GridChanged()
         ui_->Text4->setText(good);
 }
 
-bool Form2::CallsAreGood()
+bool Form2::FieldsAreGood()
 {
     if (FieldMessagePending())
         return false;
     if (ui_->Text1->text().isEmpty()) {
         dialogs().Message(this, u"La Señal Distintiva de la Estación es obligatiria!"_qs);
+        GiveFocusTo(ui_->Text1);
         return false;
     }
     for (Field *field : {ui_->Text1, ui_->Text2}) {
@@ -217,12 +220,17 @@ bool Form2::CallsAreGood()
         GiveFocusTo(field);
         return false;
     }
+    if (!EntryRules::GridLengthAllowed(ui_->Text4->text().size(), EntryRules::GridOf::OwnStation)) {
+        dialogs().Message(this, EntryRules::BadGridMessage());
+        GiveFocusTo(ui_->Text4);
+        return false;
+    }
     return true;
 }
 
 void Form2::Save()
 {
-    if (!CallsAreGood())
+    if (!FieldsAreGood())
         return;
     SaveAndHide();
     if (isHidden())
@@ -236,7 +244,7 @@ void Form2::Cancel()
         program_.end(0);
         return;
     }
-    if (!CallsAreGood())
+    if (!FieldsAreGood())
         return;
     if (!program_.LoadingMainWindow)
         program_.windows.Main().StopTimer7();
@@ -247,7 +255,9 @@ void Form2::SaveAndHide()
 {
     if (const Result<void> saved = SaveConfig(program_.logbook, program_.FirstRun); !saved) {
         dialogs().Message(this, saved.failure().text, Dialogs::Icon::Critical);
-        return;
+        // The settings hold for this run all the same; only a first run has nothing to go on with.
+        if (program_.FirstRun)
+            return;
     }
     program_.FirstRun = false;
     hide();

@@ -56,7 +56,7 @@ private:
     void BindLines();
     void BindPasswords();
     void ShowConfiguration();
-    bool CallsAreGood();
+    bool FieldsAreGood();
     void Save();
     void Cancel();
     void SaveAndHide();

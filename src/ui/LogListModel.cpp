@@ -33,10 +33,11 @@ const QList<int> &LogListModel::Widths()
 QStringList LogListModel::Texts(const QsoRow &qso)
 {
     // The column "Argentina" stays empty on this page; the search window shows the province.
-    return {u"nombre1"_qs, QString::number(qso.id), qso.Estacion, qso.Banda, QString(qso.Frecuencia).replace(u',', u'.'),
-        qso.Modo, qso.RSE, qso.RSR, Conversions::ShownDate(qso.Fecha), Conversions::ShownTime(qso.Hora), qso.MyCall,
-        qso.Operador, qso.Obs, qso.MiGrid, qso.SuGrid, qso.LdA.trimmed(), qso.Nombre_Sat.trimmed(), QString(),
-        qso.SOTA.trimmed(), qso.IOTA.trimmed(), qso.POTA.trimmed(), qso.MYSOTA.trimmed()};
+    return {u"nombre1"_qs, QString::number(qso.id), qso.Estacion, qso.Banda,
+        QString(qso.Frecuencia).replace(u',', u'.'), qso.Modo, qso.RSE, qso.RSR, Conversions::ShownDate(qso.Fecha),
+        Conversions::ShownTime(qso.Hora), qso.MyCall, qso.Operador, qso.Obs, qso.MiGrid, qso.SuGrid, qso.LdA.trimmed(),
+        qso.Nombre_Sat.trimmed(), QString(), qso.SOTA.trimmed(), qso.IOTA.trimmed(), qso.POTA.trimmed(),
+        qso.MYSOTA.trimmed()};
 }
 
 void LogListModel::SetRows(const QList<QsoRow> &rows)

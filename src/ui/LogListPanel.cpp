@@ -12,6 +12,13 @@
 
 #include <QHeaderView>
 
+namespace {
+
+// Room for the caption of an ordinary log; a longer one is cut where the window has no more, and does not widen it.
+constexpr int captionWidth = 320;
+
+} // namespace
+
 LogListPanel::LogListPanel(Program &program, QWidget *parent)
     : QWidget(parent)
     , program_(program)
@@ -19,10 +26,13 @@ LogListPanel::LogListPanel(Program &program, QWidget *parent)
 {
     ui_->setupUi(this);
     ui_->ListView2->setModel(&model_);
-    ui_->ListView2->SetColumnTwips(LogListModel::Widths());
+    ui_->ListView2->SetColumnTwips(LogListModel::Widths(), {{}, {}, u"WW9WWWW"_qs});
+    // A click on a row or a title must not take the keyboard away from the call.
+    ui_->ListView2->setFocusPolicy(Qt::TabFocus);
     FieldFilter::Attach(
         ui_->Text3, [](QChar key) { return EntryRules::FilterKey(key, EntryRules::KeyFilter::Digits); });
     Window::ShowFocusOn({ui_->Text3});
+    ui_->Label6->setMinimumWidth(captionWidth);
     connect(ui_->ListView2->header(), &QHeaderView::sectionClicked, &model_, &LogListModel::SortByColumn);
     connect(ui_->anterior, &QPushButton::clicked, this, &LogListPanel::FirstPage);
     connect(ui_->menos, &QPushButton::clicked, this, &LogListPanel::PageUp);
@@ -33,6 +43,8 @@ LogListPanel::LogListPanel(Program &program, QWidget *parent)
         ReloadPage();
         Q_EMIT PageMoved();
     });
+    connect(ui_->ListView2, &QAbstractItemView::doubleClicked, this,
+        [this](const QModelIndex &index) { Q_EMIT QsoChosen(model_.RowAt(index.row())); });
     ShowPaging();
 }
 
@@ -44,14 +56,29 @@ void LogListPanel::LoadLogPage(qint64 firstRow)
     logbook.LogInUse.remove(u'\'');
     const Result<LogPage> page = ReadLogPage(logbook.Store(), logbook.LogInUse, firstRow);
     if (!page) {
+        paging_ = shown_;
         program_.dialogs.Message(window(), page.failure().text, Dialogs::Icon::Critical);
         return;
     }
     count_ = page->count;
     paging_.Loaded(page->count, firstRow);
+    shown_ = paging_;
     model_.SetRows(page->rows);
-    ui_->Label6->setText(LogCaption(logbook.LogInUse, count_));
+    const QString caption = LogCaption(logbook.LogInUse, count_);
+    ui_->Label6->setText(caption);
+    ui_->Label6->setToolTip(caption);
     ShowPaging();
+}
+
+void LogListPanel::ReloadPage()
+{
+    LoadLogPage(paging_.PageFirstRow);
+    if (paging_.PageNumber > 1 && count_ > 0 && paging_.PageFirstRow > count_) {
+        paging_.Previous();
+        LoadLogPage(paging_.PageFirstRow);
+    } else if (count_ == 0 && paging_.PageFirstRow != 1) {
+        LoadLogPage(1);
+    }
 }
 
 void LogListPanel::ShowPaging()

@@ -34,7 +34,8 @@ public:
     // Shows the page of the open log that begins with this row. A failure is told, and the old page stays.
     void LoadLogPage(qint64 firstRow);
     // The page that is shown, read again.
-    void ReloadPage() { LoadLogPage(paging_.PageFirstRow); }
+    // The page before, when nothing is left on it.
+    void ReloadPage();
     qint64 QsoCountShown() const { return count_; }
 
     // What the window's paging keys do; nothing where the control is off.
@@ -44,6 +45,8 @@ public:
     void LastPage();
 
 Q_SIGNALS:
+    // A double click on this contact.
+    void QsoChosen(const QsoRow &row);
     // A paging control was used; the focus belongs to the entry again.
     void PageMoved();
 
@@ -56,5 +59,6 @@ private:
     std::unique_ptr<Ui::LogListPanel> ui_;
     LogListModel model_;
     Paging paging_;
+    Paging shown_; // of the page that could be read last
     qint64 count_ = 0;
 };

@@ -4,6 +4,7 @@
 
 #include "core/FieldMemory.h"
 #include "core/TextFile.h"
+#include "ui/Choice.h"
 #include "ui/Program.h"
 #include "ui/Window.h"
 #include "ui_SatellitePanel.h"
@@ -13,6 +14,9 @@
 namespace {
 
 const QString catalogueName = u"satelites.txt"_qs;
+
+// A damaged catalogue must not make the window wider than the screen.
+constexpr qsizetype longestText = 40;
 
 // The picture flies from right to left, in twips as the sky was drawn.
 constexpr int pictureStep = 30, pictureEnd = -1000, pictureStart = 4080;
@@ -25,11 +29,8 @@ SatellitePanel::SatellitePanel(Program &program, QWidget *parent)
     , ui_(std::make_unique<Ui::SatellitePanel>())
 {
     ui_->setupUi(this);
-    ui_->Combo3->setCompleter(nullptr);
+    Choice::OnlyByClick(ui_->Combo3);
     ui_->Command15->setEnabled(false);
-    QSizePolicy kept = ui_->Frame2->sizePolicy();
-    kept.setRetainSizeWhenHidden(true);
-    ui_->Frame2->setSizePolicy(kept);
     ui_->Frame2->hide();
     Image2_ = new QLabel(ui_->cieloImage2);
     Image2_->setObjectName(u"Image2"_qs);
@@ -53,8 +54,7 @@ void SatellitePanel::WriteDefaultSatellites()
     const Logbook &logbook = program_.logbook;
     const QString path = logbook.PathOf(catalogueName);
     if (!logbook.Files().Exists(path))
-        static_cast<void>(
-            TextFile::WriteLines(logbook.Files(), path, DefaultSatellites(), FileSystem::Sync::No));
+        static_cast<void>(TextFile::WriteLines(logbook.Files(), path, DefaultSatellites(), FileSystem::Sync::No));
 }
 
 void SatellitePanel::LoadSatellites()
@@ -64,15 +64,10 @@ void SatellitePanel::LoadSatellites()
     catalogue_ = ReadSatellites(lines.value_or(DefaultSatellites()));
     ui_->Combo3->clear();
     for (const SatelliteRow &row : catalogue_)
-        ui_->Combo3->addItem(row.name);
-    ui_->Combo3->setCurrentIndex(-1);
-    ui_->Combo3->setEditText(QString());
-    if (const auto labels = LastRowLabels(catalogue_)) {
-        ui_->Subida->setText(labels->subida);
-        ui_->Bajada->setText(labels->bajada);
-        ui_->Modo->setText(labels->modo);
-        ui_->Subtono->setText(labels->subtono);
-    }
+        ui_->Combo3->addItem(row.name.left(longestText));
+    Choice::Show(ui_->Combo3, {});
+    if (const auto labels = LastRowLabels(catalogue_))
+        ShowLabels(*labels);
 }
 
 void SatellitePanel::RestoreSatellite()
@@ -80,7 +75,7 @@ void SatellitePanel::RestoreSatellite()
     const QString name = ReadSatelliteMemory(program_.logbook);
     if (name.isEmpty())
         return;
-    ui_->Combo3->setCurrentText(name);
+    Choice::Show(ui_->Combo3, name);
     ShowSatellite(name);
 }
 
@@ -89,12 +84,16 @@ bool SatellitePanel::ShowSatellite(const QString &name)
     const SatelliteRow *row = FindSatellite(catalogue_, name);
     if (!row)
         return false;
-    const SatelliteLabels labels = ClickLabels(*row);
-    ui_->Subida->setText(labels.subida);
-    ui_->Bajada->setText(labels.bajada);
-    ui_->Modo->setText(labels.modo);
-    ui_->Subtono->setText(labels.subtono);
+    ShowLabels(ClickLabels(*row));
     return true;
+}
+
+void SatellitePanel::ShowLabels(const SatelliteLabels &labels)
+{
+    ui_->Subida->setText(labels.subida.left(longestText));
+    ui_->Bajada->setText(labels.bajada.left(longestText));
+    ui_->Modo->setText(labels.modo.left(longestText));
+    ui_->Subtono->setText(labels.subtono.left(longestText));
 }
 
 void SatellitePanel::SetActive(bool active)
@@ -107,15 +106,30 @@ void SatellitePanel::SetActive(bool active)
         Timer9_->Stop();
 }
 
-bool SatellitePanel::IsActive() const { return !ui_->Frame2->isHidden(); }
+bool SatellitePanel::IsActive() const
+{
+    return !ui_->Frame2->isHidden();
+}
 
-QString SatellitePanel::Satellite() const { return ui_->Combo3->currentText(); }
+QString SatellitePanel::Satellite() const
+{
+    return ui_->Combo3->currentText();
+}
 
-QString SatellitePanel::Mode() const { return ui_->Modo->text().remove(u"Modo: "_qs); }
+QString SatellitePanel::Mode() const
+{
+    return ui_->Modo->text().remove(u"Modo: "_qs);
+}
 
-UplinkFrequency SatellitePanel::Uplink() const { return ApplyUplink(ui_->Subida->text()); }
+UplinkFrequency SatellitePanel::Uplink() const
+{
+    return ApplyUplink(ui_->Subida->text());
+}
 
-QWidget *SatellitePanel::NameField() const { return ui_->Combo3; }
+QWidget *SatellitePanel::NameField() const
+{
+    return ui_->Combo3;
+}
 
 void SatellitePanel::MovePicture()
 {

@@ -51,6 +51,7 @@ Q_SIGNALS:
 
 private:
     bool ShowSatellite(const QString &name);
+    void ShowLabels(const SatelliteLabels &labels);
     void MovePicture();
 
     Program &program_;

@@ -12,7 +12,7 @@ bool InstallSpanish(QApplication &application)
     const QLocale locale(QLocale::Spanish, QLocale::Argentina);
     QLocale::setDefault(locale);
     const QString beside = QCoreApplication::applicationDirPath() + u"/translations";
-    for (const QString &folder : { beside, QLibraryInfo::path(QLibraryInfo::TranslationsPath) }) {
+    for (const QString &folder : {beside, QLibraryInfo::path(QLibraryInfo::TranslationsPath)}) {
         auto *translator = new QTranslator(&application);
         if (translator->load(locale, u"qtbase"_qs, u"_"_qs, folder))
             return QCoreApplication::installTranslator(translator);

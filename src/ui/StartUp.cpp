@@ -21,8 +21,7 @@ class LoadTrace {
 public:
     explicit LoadTrace(const Logbook &logbook)
     {
-        Result<std::unique_ptr<QIODevice>> opened
-            = logbook.Files().OpenForWriting(logbook.PathOf(u"debug.txt"_qs));
+        Result<std::unique_ptr<QIODevice>> opened = logbook.Files().OpenForWriting(logbook.PathOf(u"debug.txt"_qs));
         if (opened)
             device_ = *std::move(opened);
         Mark("1");
@@ -49,10 +48,7 @@ StartUp::StartUp(Program &program, Form1 &window, EntryPanel &entry, SatellitePa
     , satellite_(satellite)
 {
     Timer1_ = program.scheduler.Make(1000, [this] { entry_.Tick(); });
-    Timer2_ = program.scheduler.Make(900, [this] {
-        Timer2_->Stop();
-        SecondHalf();
-    });
+    Timer2_ = program.scheduler.Make(900, [this] { Hurry(); });
     Timer7_ = program.scheduler.Make(20000, [this] {
         Timer7_->Stop();
         if (auto *button = window_.findChild<QPushButton *>(u"Command9"_qs))
@@ -104,7 +100,7 @@ bool StartUp::ProbeDatabase()
     program_.dialogs.Message(&window_, probed.failure().text, Dialogs::Icon::Critical);
     using Kind = Failure::Kind;
     const Kind kind = probed.failure().kind;
-    return kind != Kind::Missing && kind != Kind::Foreign && kind != Kind::Damaged;
+    return kind != Kind::Missing && kind != Kind::Foreign && kind != Kind::Damaged && kind != Kind::OldSchema;
 }
 
 void StartUp::Begin()
@@ -117,6 +113,14 @@ void StartUp::Begin()
     Timer7_->Start();
 }
 
+void StartUp::Hurry()
+{
+    if (!Timer2_->IsRunning())
+        return;
+    Timer2_->Stop();
+    SecondHalf();
+}
+
 void StartUp::SecondHalf()
 {
     program_.mark("timer2");
@@ -124,11 +128,13 @@ void StartUp::SecondHalf()
     if (!HasConfig(program_.logbook)) {
         program_.FirstRun = true;
         settings.ShowSettings();
+        configured_ = !program_.FirstRun;
         window_.ShowCaptions();
         window_.SetArchivoMenu(true);
         return;
     }
     const bool themeTold = LoadConfig(program_.logbook);
+    configured_ = true;
     window_.ShowConfiguration();
     settings.FillLists();
     if (themeTold)

@@ -4,7 +4,6 @@
 
 #include "core/Scheduler.h"
 
-
 #include <memory>
 
 struct Program;
@@ -26,6 +25,11 @@ public:
     // Starts the timers, once.
     void Begin();
 
+    // Brings the second half forward if it is still to come, for an operator who is quicker than it.
+    void Hurry();
+    // Whether the configuration is that of the file (or of a first run that was saved), so that it may be written back.
+    bool IsConfigured() const { return configured_; }
+
     void StartTimer7() { Timer7_->Start(); }
     void StopTimer7() { Timer7_->Stop(); }
 
@@ -39,6 +43,7 @@ private:
     EntryPanel &entry_;
     SatellitePanel &satellite_;
     bool begun_ = false;
+    bool configured_ = false;
     std::unique_ptr<Scheduler::Timer> Timer1_; // the clock of the entry fields
     std::unique_ptr<Scheduler::Timer> Timer2_; // the second half, once
     std::unique_ptr<Scheduler::Timer> Timer7_; // once after the start and after each saving of the settings

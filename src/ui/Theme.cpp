@@ -2,10 +2,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/Theme.h"
 
+#include "ui/LookStyle.h"
+
 #include <QAbstractItemView>
 #include <QApplication>
 #include <QFont>
-#include <QStyleFactory>
 #include <QToolTip>
 #include <utility>
 
@@ -18,53 +19,64 @@ enum Mark { NoMark, AccentMark, ListMark };
 using Colour = std::pair<QPalette::ColorRole, QRgb>;
 
 constexpr Colour lightColours[] = {
-    { QPalette::Window, 0xF0F0F0 },
-    { QPalette::WindowText, 0x000000 },
-    { QPalette::Base, 0xFFFFFF },
-    { QPalette::AlternateBase, 0xEAF0F6 },
-    { QPalette::Text, 0x000000 },
-    { QPalette::PlaceholderText, 0x606060 },
-    { QPalette::Button, 0xE8E8E8 },
-    { QPalette::ButtonText, 0x000000 },
-    { QPalette::BrightText, 0xB00000 },
-    { QPalette::Highlight, 0x1F5FA8 },
-    { QPalette::HighlightedText, 0xFFFFFF },
-    { QPalette::ToolTipBase, 0xFFFFDC },
-    { QPalette::ToolTipText, 0x000000 },
-    { QPalette::Link, 0x0000C8 },
-    { QPalette::LinkVisited, 0x6A1B9A },
-    { QPalette::Light, 0xFFFFFF },
-    { QPalette::Midlight, 0xF8F8F8 },
-    { QPalette::Mid, 0xB0B0B0 },
-    { QPalette::Dark, 0x909090 },
-    { QPalette::Shadow, 0x505050 },
+    {QPalette::Window, 0xF0F0F0},
+    {QPalette::WindowText, 0x000000},
+    {QPalette::Base, 0xFFFFFF},
+    {QPalette::AlternateBase, 0xEAF0F6},
+    {QPalette::Text, 0x000000},
+    {QPalette::PlaceholderText, 0x606060},
+    {QPalette::Button, 0xE8E8E8},
+    {QPalette::ButtonText, 0x000000},
+    {QPalette::BrightText, 0xB00000},
+    {QPalette::Highlight, 0x1F5FA8},
+    {QPalette::HighlightedText, 0xFFFFFF},
+    {QPalette::ToolTipBase, 0xFFFFDC},
+    {QPalette::ToolTipText, 0x000000},
+    {QPalette::Link, 0x0000C8},
+    {QPalette::LinkVisited, 0x6A1B9A},
+    {QPalette::Light, 0xFFFFFF},
+    {QPalette::Midlight, 0xF8F8F8},
+    {QPalette::Mid, 0xB0B0B0},
+    {QPalette::Dark, 0x909090},
+    {QPalette::Shadow, 0x505050},
 };
 
 constexpr Colour darkColours[] = {
-    { QPalette::Window, 0x404040 },
-    { QPalette::WindowText, 0xC0C0C0 },
-    { QPalette::Base, 0x2B2B2B },
-    { QPalette::AlternateBase, 0x343434 },
-    { QPalette::Text, 0xE4E4E4 },
-    { QPalette::PlaceholderText, 0xA8A8A8 },
-    { QPalette::Button, 0x4A4A4A },
-    { QPalette::ButtonText, 0xE4E4E4 },
-    { QPalette::BrightText, 0xFFB0B0 },
-    { QPalette::Highlight, 0x2A6FB5 },
-    { QPalette::HighlightedText, 0xFFFFFF },
-    { QPalette::ToolTipBase, 0x202020 },
-    { QPalette::ToolTipText, 0xE4E4E4 },
-    { QPalette::Link, 0x90C8FF },
-    { QPalette::LinkVisited, 0xD8B8FF },
-    { QPalette::Light, 0x606060 },
-    { QPalette::Midlight, 0x545454 },
-    { QPalette::Mid, 0x343434 },
-    { QPalette::Dark, 0x282828 },
-    { QPalette::Shadow, 0x101010 },
+    {QPalette::Window, 0x404040},
+    {QPalette::WindowText, 0xC0C0C0},
+    {QPalette::Base, 0x2B2B2B},
+    {QPalette::AlternateBase, 0x343434},
+    {QPalette::Text, 0xE4E4E4},
+    {QPalette::PlaceholderText, 0xA8A8A8},
+    {QPalette::Button, 0x4A4A4A},
+    {QPalette::ButtonText, 0xE4E4E4},
+    {QPalette::BrightText, 0xFFB0B0},
+    {QPalette::Highlight, 0x2A6FB5},
+    {QPalette::HighlightedText, 0xFFFFFF},
+    {QPalette::ToolTipBase, 0x202020},
+    {QPalette::ToolTipText, 0xE4E4E4},
+    {QPalette::Link, 0x90C8FF},
+    {QPalette::LinkVisited, 0xD8B8FF},
+    {QPalette::Light, 0x606060},
+    {QPalette::Midlight, 0x545454},
+    {QPalette::Mid, 0x343434},
+    {QPalette::Dark, 0x282828},
+    {QPalette::Shadow, 0x101010},
 };
 
 constexpr QRgb listText = 0x004000;
 constexpr QRgb focusGround = 0xC0C0FF;
+
+// What the dark theme has in light colours, for a ground that is light in both.
+void SetTextsOnLight(QPalette &palette, const QColor &text)
+{
+    for (const auto role : {QPalette::Text, QPalette::ButtonText})
+        palette.setColor(role, text);
+    palette.setColor(QPalette::PlaceholderText, QColor(0x404040));
+    palette.setColor(QPalette::BrightText, QColor(0x900000));
+    palette.setColor(QPalette::Link, QColor(0x0000A0));
+    palette.setColor(QPalette::LinkVisited, QColor(0x501080));
+}
 
 void Repaint(QWidget *widget)
 {
@@ -88,9 +100,9 @@ void SetMark(QWidget *widget, Mark mark)
 
 void SetUpLook(QApplication &application)
 {
-    QApplication::setStyle(QStyleFactory::create(u"Fusion"_qs));
+    QApplication::setStyle(new LookStyle);
     QFont font;
-    font.setFamilies({ u"Inter"_qs, u"Noto Sans"_qs, u"Segoe UI"_qs, u"DejaVu Sans"_qs });
+    font.setFamilies({u"Inter"_qs, u"Noto Sans"_qs, u"Segoe UI"_qs, u"DejaVu Sans"_qs});
     font.setStyleHint(QFont::SansSerif);
     font.setPointSizeF(10);
     application.setFont(font);
@@ -119,7 +131,7 @@ QPalette ThemePalette(Theme theme)
     for (const auto &[role, colour] : dark ? darkColours : lightColours)
         palette.setColor(role, QColor(colour));
     const QColor disabledText(dark ? 0xA4A4A4 : 0x787878);
-    for (const auto role : { QPalette::WindowText, QPalette::Text, QPalette::ButtonText, QPalette::PlaceholderText })
+    for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText, QPalette::PlaceholderText})
         palette.setColor(QPalette::Disabled, role, disabledText);
     palette.setColor(QPalette::Disabled, QPalette::Base, palette.color(QPalette::Window));
     palette.setColor(QPalette::Disabled, QPalette::Highlight, QColor(dark ? 0x505050 : 0xD8D8D8));
@@ -133,8 +145,9 @@ QPalette ListPalette(Theme theme)
     const bool dark = theme == Theme::Dark;
     palette.setColor(QPalette::Base, QColor(dark ? 0xB4C0B4 : 0xFFFFFF));
     palette.setColor(QPalette::AlternateBase, QColor(dark ? 0xA8B6A8 : 0xEEF4EE));
-    palette.setColor(QPalette::Text, QColor(listText));
-    palette.setColor(QPalette::PlaceholderText, QColor(listText));
+    SetTextsOnLight(palette, QColor(listText));
+    // The buttons of its head keep the theme's colours.
+    palette.setColor(QPalette::ButtonText, ThemePalette(theme).color(QPalette::ButtonText));
     return palette;
 }
 
@@ -153,11 +166,9 @@ void SetFieldFocused(QWidget *field, bool focused)
     QPalette palette;
     if (focused) {
         // A combo box that cannot be edited is painted as a button.
-        for (const auto role : { QPalette::Base, QPalette::AlternateBase, QPalette::Button })
+        for (const auto role : {QPalette::Base, QPalette::AlternateBase, QPalette::Button})
             palette.setColor(role, QColor(focusGround));
-        for (const auto role : { QPalette::Text, QPalette::ButtonText })
-            palette.setColor(role, QColor(Qt::black));
-        palette.setColor(QPalette::PlaceholderText, QColor(0x404060));
+        SetTextsOnLight(palette, Qt::black);
     }
     field->setPalette(palette);
 }

@@ -16,7 +16,7 @@ enum class Theme { Light, Dark };
 void SetUpLook(QApplication &application);
 
 // Paints all windows, those made later included: light with the colours of an ordinary button face, dark on 0x404040.
-// The told marks and grounds below follow at once.
+// What is open follows at the next turn of the event loop, marks and grounds below included.
 void ApplyWindowTheme(Theme theme);
 Theme CurrentTheme();
 

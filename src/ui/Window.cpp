@@ -201,7 +201,7 @@ void Window::QueueFieldMessage(QWidget *field, const QString &message, Dialogs::
     if (messagePending_)
         return;
     messagePending_ = true;
-    message_ = { field, message, icon };
+    message_ = {field, message, icon};
     PostFieldMessage();
 }
 

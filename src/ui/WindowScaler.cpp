@@ -84,9 +84,8 @@ public:
         scale_ = 1;
         captured_ = window_->size().expandedTo(window_->minimumSizeHint());
         window_->resize(captured_);
-        // The layout would hold the window at the least size of the present scale, and it could never shrink again.
-        if (QLayout *layout = window_->layout())
-            layout->setSizeConstraint(QLayout::SetNoConstraint);
+        // A told minimum: else the layout would hold the window at what the present scale needs, and it could never
+        // shrink again.
         window_->setMinimumSize(captured_ * leastScale);
         ScaleControls(1);
     }

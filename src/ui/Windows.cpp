@@ -2,9 +2,15 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/Windows.h"
 
+#include "ui/Form10_About.h"
+#include "ui/Form11_Satellites.h"
+#include "ui/Form16_Profiles.h"
 #include "ui/Form17_CallQsos.h"
 #include "ui/Form1_Main.h"
 #include "ui/Form2_Settings.h"
+#include "ui/Form3_OpenLog.h"
+#include "ui/Form5_EditQso.h"
+#include "ui/Form6_Search.h"
 #include "ui/Program.h"
 
 #include <QtGlobal>
@@ -27,9 +33,41 @@ Windows::Windows()
     Q_INIT_RESOURCE(icons);
 }
 
-
 Windows::~Windows() = default;
 
-Form1 &Windows::Main() { return Made(form1_, *program_); }
-Form2 &Windows::Settings() { return Made(form2_, *program_, &Main()); }
-Form17 &Windows::CallQsos() { return Made(form17_, program_->dialogs, &Main()); }
+Form1 &Windows::Main()
+{
+    return Made(form1_, *program_);
+}
+Form2 &Windows::Settings()
+{
+    return Made(form2_, *program_, &Main());
+}
+Form3 &Windows::OpenLog()
+{
+    return Made(form3_, program_->dialogs, &Main());
+}
+Form5 &Windows::EditQso()
+{
+    return Made(form5_, *program_, &Main());
+}
+Form6 &Windows::Search()
+{
+    return Made(form6_, *program_, &Main());
+}
+Form10 &Windows::About()
+{
+    return Made(form10_, program_->dialogs, &Main());
+}
+Form11 &Windows::Satellites(std::function<void()> changed)
+{
+    return Made(form11_, program_->logbook, program_->dialogs, &Main(), std::move(changed));
+}
+Form16 &Windows::Profiles()
+{
+    return Made(form16_, program_->logbook, program_->dialogs, &Main());
+}
+Form17 &Windows::CallQsos()
+{
+    return Made(form17_, program_->dialogs, &Main());
+}

@@ -2,11 +2,18 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <functional>
 #include <memory>
 
 struct Program;
 class Form1;
 class Form2;
+class Form3;
+class Form5;
+class Form6;
+class Form10;
+class Form11;
+class Form16;
 class Form17;
 
 // Makes each window once, on first use, and keeps it until the program ends.
@@ -20,11 +27,24 @@ public:
 
     Form1 &Main();
     Form2 &Settings();
+    Form3 &OpenLog();
+    Form5 &EditQso();
+    Form6 &Search();
+    Form10 &About();
+    // `changed` is called after each change of the catalogue.
+    Form11 &Satellites(std::function<void()> changed);
+    Form16 &Profiles();
     Form17 &CallQsos();
 
 private:
     Program *program_ = nullptr;
     std::unique_ptr<Form1> form1_;
     std::unique_ptr<Form2> form2_;
+    std::unique_ptr<Form3> form3_;
+    std::unique_ptr<Form5> form5_;
+    std::unique_ptr<Form6> form6_;
+    std::unique_ptr<Form10> form10_;
+    std::unique_ptr<Form11> form11_;
+    std::unique_ptr<Form16> form16_;
     std::unique_ptr<Form17> form17_;
 };

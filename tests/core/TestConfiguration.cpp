@@ -102,7 +102,7 @@ private Q_SLOTS:
         add(u"BuscaE  =si"_qs, u"BuscaE  =0"_qs);
         add(u"Puerto=COM9"_qs, u"Puerto  =COM3"_qs); // no such key
         add(u"estacion=LU1XX"_qs, u"Estacion=LU9ZZZ"_qs);
-        add(u"; GridLoca=XX99"_qs, u"GridLoca=ca=XX99"_qs); // anywhere, but the value from the tenth character on
+        add(u"; GridLoca=XX99"_qs, u"GridLoca=a=XX99"_qs); // anywhere, but the value from the tenth character on
         add(u"MySOTA__=MyPOTA__=a"_qs, u"MySOTA__=MyPOTA__=a|MyPOTA__=MyPOTA__=a"_qs);
         add(u"corto GridLoca="_qs, u"GridLoca=dLoca="_qs);
     }

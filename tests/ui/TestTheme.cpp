@@ -7,7 +7,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
-#include <QStyle>
+#include <QProxyStyle>
 #include <QTest>
 #include <QToolTip>
 #include <cmath>
@@ -27,27 +27,30 @@ double Contrast(const QColor &a, const QColor &b)
 }
 
 using Pair = std::pair<QPalette::ColorRole, QPalette::ColorRole>;
-constexpr Pair pairs[] = {
-    {QPalette::WindowText, QPalette::Window},
+const QList<Pair> fieldPairs = {
     {QPalette::Text, QPalette::Base},
     {QPalette::Text, QPalette::AlternateBase},
     {QPalette::PlaceholderText, QPalette::Base},
     {QPalette::ButtonText, QPalette::Button},
     {QPalette::HighlightedText, QPalette::Highlight},
-    {QPalette::ToolTipText, QPalette::ToolTipBase},
     {QPalette::Link, QPalette::Base},
-    {QPalette::Link, QPalette::Window},
     {QPalette::LinkVisited, QPalette::Base},
-    {QPalette::LinkVisited, QPalette::Window},
     {QPalette::BrightText, QPalette::Base},
 };
+const QList<Pair> windowPairs = fieldPairs
+    + QList<Pair>{
+        {QPalette::WindowText, QPalette::Window},
+        {QPalette::ToolTipText, QPalette::ToolTipBase},
+        {QPalette::Link, QPalette::Window},
+        {QPalette::LinkVisited, QPalette::Window},
+    };
 
 } // namespace
 
 class TestTheme : public QObject {
     Q_OBJECT
 
-    void CheckContrast(const QPalette &palette, QPalette::ColorGroup group, double least)
+    void CheckContrast(const QPalette &palette, const QList<Pair> &pairs, QPalette::ColorGroup group, double least)
     {
         for (const auto &[text, ground] : pairs) {
             const double contrast = Contrast(palette.color(group, text), palette.color(group, ground));
@@ -78,16 +81,16 @@ private Q_SLOTS:
         MarkAccent(label);
         MarkList(list);
         for (const auto group : {QPalette::Active, QPalette::Inactive}) {
-            CheckContrast(window.palette(), group, 4.5);
-            CheckContrast(list->palette(), group, 4.5);
+            CheckContrast(window.palette(), windowPairs, group, 4.5);
+            CheckContrast(list->palette(), fieldPairs, group, 4.5);
             QVERIFY(
                 Contrast(label->palette().color(group, QPalette::WindowText), window.palette().color(QPalette::Window))
                 >= 4.5);
         }
-        CheckContrast(window.palette(), QPalette::Disabled, 3);
-        CheckContrast(QToolTip::palette(), QPalette::Inactive, 4.5);
+        CheckContrast(window.palette(), windowPairs, QPalette::Disabled, 3);
+        CheckContrast(QToolTip::palette(), windowPairs, QPalette::Inactive, 4.5);
         SetFieldFocused(field, true);
-        CheckContrast(field->palette(), QPalette::Active, 4.5);
+        CheckContrast(field->palette(), fieldPairs, QPalette::Active, 4.5);
         QCOMPARE(field->palette().color(QPalette::Base), QColor(0xC0C0FF));
         QCOMPARE(field->palette().color(QPalette::Text), QColor(Qt::black));
         SetFieldFocused(field, false);
@@ -108,6 +111,7 @@ private Q_SLOTS:
         QCOMPARE(plain->palette().color(QPalette::WindowText), QColor(Qt::black));
         ApplyWindowTheme(Theme::Dark);
         QCOMPARE(CurrentTheme(), Theme::Dark);
+        QCoreApplication::processEvents();
         QCOMPARE(window.palette().color(QPalette::Window), QColor(0x404040));
         QCOMPARE(accent->palette().color(QPalette::WindowText), QColor(0x80FFFF));
         QCOMPARE(accent->palette().color(QPalette::Window), QColor(0x404040));
@@ -120,7 +124,7 @@ private Q_SLOTS:
 
     void TheLookIsOurs()
     {
-        QCOMPARE(QApplication::style()->name(), u"fusion"_qs);
+        QCOMPARE(static_cast<QProxyStyle *>(QApplication::style())->baseStyle()->name(), u"fusion"_qs);
         QCOMPARE(QApplication::font().families().value(0), u"Inter"_qs);
         QCOMPARE(QApplication::font().pointSizeF(), 10.0);
     }

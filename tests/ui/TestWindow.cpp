@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "RecordingDialogs.h"
 #include "support/TestRegistry.h"
+#include "ui/KeyRouter.h"
 #include "ui/RealDialogs.h"
 #include "ui/Theme.h"
 #include "ui/Window.h"
@@ -196,6 +197,34 @@ private Q_SLOTS:
         QCOMPARE(desk_->log.count(u"release Down"_qs), 1);
     }
 
+    // X11 sends a held key as release and press with one time stamp, and Qt's own mark is missing now and then.
+    void UnmarkedRepeatsAreTold()
+    {
+        auto *router = qApp->findChild<KeyRouter *>();
+        router->SetPairedRepeats(true);
+        auto send = [this](QEvent::Type type, quint64 stamp) {
+            QKeyEvent event(type, Qt::Key_Down, Qt::NoModifier);
+            event.setTimestamp(stamp);
+            QApplication::sendEvent(desk_->first, &event);
+        };
+        QList<bool> repeats;
+        desk_->onKey = [&](QKeyEvent *event) { repeats << event->isAutoRepeat(); };
+        send(QEvent::KeyPress, 100);
+        for (const quint64 stamp : {700, 740}) {
+            send(QEvent::KeyRelease, stamp);
+            send(QEvent::KeyPress, stamp);
+            QCoreApplication::processEvents();
+        }
+        QCOMPARE(desk_->log.count(u"release Down"_qs), 0);
+        send(QEvent::KeyRelease, 780);
+        send(QEvent::KeyPress, 900); // pressed anew: the release before it comes first
+        send(QEvent::KeyRelease, 950);
+        QTRY_COMPARE(desk_->log.count(u"release Down"_qs), 2);
+        QCOMPARE(repeats, QList<bool>({false, true, true, false}));
+        QCOMPARE(desk_->log.mid(3), QStringList({u"release Down"_qs, u"press Down"_qs, u"release Down"_qs}));
+        router->SetPairedRepeats(QGuiApplication::platformName() == u"xcb");
+    }
+
     void KeysOfMenusAndPopupsAreNotOurs()
     {
         auto *menuBar = desk_->findChild<QMenuBar *>();
@@ -245,8 +274,7 @@ private Q_SLOTS:
     void FieldsAreLeftOnlyForOthersInTheWindow()
     {
         QTest::keyClick(desk_->first, Qt::Key_Tab);
-        QCOMPARE(desk_->log.filter(u"e "_qs), QStringList({u"leave first"_qs}));
-        QVERIFY(desk_->log.contains(u"enter second"_qs));
+        QCOMPARE(desk_->log, QStringList({u"press Tab"_qs, u"leave first"_qs, u"enter second"_qs, u"release Tab"_qs}));
         QCOMPARE(desk_->CurrentField(), desk_->second);
         desk_->log.clear();
 
@@ -279,8 +307,12 @@ private Q_SLOTS:
         desk_->second->setFocus();
         QCOMPARE(desk_->second->palette().color(QPalette::Base), ground);
         QVERIFY(desk_->first->palette().color(QPalette::Base) != ground);
+        desk_->log.clear();
         desk_->hide();
+        QCOMPARE(desk_->log, QStringList()); // closing is no leaving
         QVERIFY(desk_->second->palette().color(QPalette::Base) != ground);
+        Desk other(dialogs_);
+        other.Open(); // the offscreen platform does not activate a window twice in a row
         desk_->Open();
         QCOMPARE(desk_->CurrentField(), desk_->first);
     }
@@ -356,13 +388,22 @@ private Q_SLOTS:
         QCOMPARE(desk_->log, told ? QStringList({u"leave framed"_qs, u"enter second"_qs}) : QStringList());
     }
 
-    void AControlDisabledBehindADialogGetsNoFocusBack()
+    void WhatGoesAwayBehindADialogGetsNoFocusBack_data()
     {
+        QTest::addColumn<bool>("hide");
+        QTest::newRow("disabled") << false;
+        QTest::newRow("hidden") << true;
+    }
+    void WhatGoesAwayBehindADialogGetsNoFocusBack()
+    {
+        QFETCH(bool, hide);
         desk_->fallback = desk_->second;
         desk_->framed->setFocus();
         Desk above(dialogs_, desk_.get());
         QTimer::singleShot(0, this, [&] {
-            desk_->frame->setEnabled(false);
+            QTRY_COMPARE(QApplication::activeWindow(), &above);
+            above.first->setFocus();
+            hide ? desk_->frame->hide() : desk_->frame->setEnabled(false);
             above.hide();
         });
         above.ShowModal();

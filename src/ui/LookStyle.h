@@ -1,0 +1,21 @@
+// SPDX-FileCopyrightText: 2026 The Tordillo Compact authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QProxyStyle>
+
+// Qt's Fusion style with three changes: passwords show "*"; marks, margins and small icons grow with the font of their
+// control, so that a window scaled to a large screen keeps its proportions; and on a dark ground fields and boxes get
+// an edge that is seen.
+class LookStyle : public QProxyStyle {
+    Q_OBJECT
+
+public:
+    LookStyle();
+
+    int pixelMetric(PixelMetric metric, const QStyleOption *option, const QWidget *widget) const override;
+    int styleHint(
+        StyleHint hint, const QStyleOption *option, const QWidget *widget, QStyleHintReturn *returned) const override;
+    void drawPrimitive(
+        PrimitiveElement element, const QStyleOption *option, QPainter *painter, const QWidget *widget) const override;
+};

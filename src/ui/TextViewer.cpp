@@ -1,0 +1,19 @@
+// SPDX-FileCopyrightText: 2026 The Tordillo Compact authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "ui/TextViewer.h"
+
+#include "core/OptionFile.h"
+
+#include <QDesktopServices>
+#include <QProcess>
+#include <QUrl>
+
+bool OpenTextFile(const Logbook &logbook, const QString &path)
+{
+    const QString editor = OptionFile(logbook, u"programas.ini"_qs, u"programas"_qs).Value(u"editor"_qs);
+    if (editor.isEmpty())
+        return QDesktopServices::openUrl(QUrl::fromLocalFile(path));
+    QStringList command = QProcess::splitCommand(editor);
+    const QString program = command.takeFirst();
+    return QProcess::startDetached(program, command << path);
+}

@@ -1,0 +1,135 @@
+// SPDX-FileCopyrightText: 2026 The Tordillo Compact authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Takes a picture of every window, in both themes, at the size it has on the present screen:
+//   screenshots <folder for the pictures> <word for this screen in the file names>
+#include "core/Logbook.h"
+#include "logging/QsoStore.h"
+#include "ui/Form17_CallQsos.h"
+#include "ui/Form1_Main.h"
+#include "ui/Form2_Settings.h"
+#include "ui/Program.h"
+#include "ui/RealDialogs.h"
+#include "ui/Spanish.h"
+#include "ui/Theme.h"
+#include "ui/Windows.h"
+
+#include <QApplication>
+#include <QCheckBox>
+#include <QDir>
+#include <QFile>
+#include <QLineEdit>
+#include <QTemporaryDir>
+#include <QTimer>
+#include <functional>
+
+namespace {
+
+class PictureClock : public Clock {
+public:
+    QDateTime Now() const override { return QDateTime(QDate(2026, 11, 24), QTime(18, 15, 30)); }
+};
+
+void MakeLog(Logbook &logbook)
+{
+    const QStringList calls{u"LU1ABC"_qs, u"CX2ZZ"_qs, u"PY1AAA/P"_qs, u"LU5DX/W"_qs, u"CE3ABC"_qs, u"EA4KD"_qs,
+        u"LW3EK"_qs, u"K1JT"_qs, u"LU7YS"_qs, u"ZP5AA"_qs};
+    for (int i = 0; i < 46; ++i) {
+        NewQso qso;
+        qso.call = calls[i % calls.size()];
+        qso.band = i % 3 ? u"40m"_qs : u"20m"_qs;
+        qso.mode = i % 4 ? u"SSB"_qs : u"CW"_qs;
+        qso.reportSent = qso.reportReceived = i % 4 ? u"59"_qs : u"599"_qs;
+        qso.date = QDate(2026, 11, 24).addDays(-i / 9).toString(u"dd/MM/yyyy");
+        qso.time = QTime(21, 10).addSecs(-i * 420).toString(u"hh:mm:ss");
+        qso.station = u"LU9ZZZ"_qs;
+        qso.operatorCall = u"LU1AAA"_qs;
+        qso.remarks = i % 5 ? QString() : u"Juan, cerca de Córdoba"_qs;
+        qso.frequency = i % 3 ? u"7.085"_qs : u"14.250"_qs;
+        qso.ownGrid = u"GF05AB"_qs;
+        qso.grid = i % 2 ? u"FF78SK"_qs : QString();
+        if (!AddQso(logbook.Store(), logbook.LogInUse, qso))
+            qFatal("the sample log could not be made");
+    }
+}
+
+void SetUpStation(Logbook &logbook)
+{
+    logbook.configuration.Estacion = u"LU9ZZZ"_qs;
+    logbook.configuration.Operador = u"LU1AAA"_qs;
+    logbook.configuration.DiferUTC = u"-3"_qs;
+    logbook.configuration.GridLoca = u"GF05AB"_qs;
+    logbook.configuration.ArcAudio = u"/home/lu9zzz/Música/cq concurso 2026.mp3"_qs;
+    const bool first = !HasConfig(logbook);
+    if (!SaveConfig(logbook, true))
+        qFatal("the sample configuration could not be saved");
+    if (first)
+        MakeLog(logbook);
+    LoadConfig(logbook);
+}
+
+void Take(QWidget &window, const QString &file)
+{
+    window.show();
+    for (int round = 0; round < 3; ++round)
+        QApplication::processEvents(QEventLoop::AllEvents, 50);
+    window.grab().save(file);
+}
+
+void TakeAll(Program &program, const std::function<QString(const char *)> &path)
+{
+    Logbook &logbook = program.logbook;
+    Form1 &form1 = program.windows.Main();
+    if (!form1.Load())
+        qFatal("the main window did not load");
+    form1.ShowConfiguration();
+    form1.SetArchivoMenu(true);
+    form1.LoadLogPage(1);
+    form1.findChild<QLineEdit *>(u"Corresponsal"_qs)->setText(u"LU1ABC"_qs);
+    Take(form1, path("Form1"));
+    for (const char16_t *box : {u"Check1", u"Check2", u"Check4"})
+        form1.findChild<QCheckBox *>(QString::fromUtf16(box))->click();
+    Take(form1, path("Form1_todo"));
+    Form2 &form2 = program.windows.Settings();
+    form2.FillLists();
+    Take(form2, path("Form2"));
+    form2.hide();
+    const Result<QList<QsoRow>> rows = QsosWithCall(logbook.Store(), logbook.LogInUse, u"LU"_qs);
+    Form17 &form17 = program.windows.CallQsos();
+    QTimer::singleShot(200, &form17, [&] {
+        Take(form17, path("Form17"));
+        form17.hide();
+    });
+    form17.Show(u"LU"_qs, *rows);
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    QApplication application(argc, argv);
+    if (argc != 3)
+        qFatal("usage: screenshots <folder> <word>");
+    InstallSpanish(application);
+    SetUpLook(application);
+    const QDir target(QString::fromLocal8Bit(argv[1]));
+    target.mkpath(u"."_qs);
+    const QTemporaryDir folder;
+    FileSystem files;
+    const PictureClock clock;
+    EventLoopScheduler scheduler;
+    RealDialogs dialogs;
+
+    for (const bool dark : {false, true}) {
+        Logbook logbook(folder.path(), files, clock);
+        SetUpStation(logbook);
+        Windows windows;
+        Program program{logbook, scheduler, dialogs, windows, [] {}, [](int) {}, [](const char *) {}, {}, false, false};
+        windows.SetProgram(program);
+        program.dxcc.AddLine(u"LU;;Argentina");
+        ApplyWindowTheme(dark ? Theme::Dark : Theme::Light);
+        const QString ending =
+            u"_"_qs + QString::fromLocal8Bit(argv[2]) + (dark ? u"_oscuro.png"_qs : u"_claro.png"_qs);
+        TakeAll(program, [&](const char *name) { return target.filePath(QString::fromLatin1(name) + ending); });
+    }
+    return 0;
+}

@@ -1,0 +1,113 @@
+// SPDX-FileCopyrightText: 2026 The Tordillo Compact authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "RecordingDialogs.h"
+#include "core/QsoRow.h"
+#include "support/FaultVfs.h"
+#include "support/FixedClock.h"
+#include "support/ManualScheduler.h"
+#include "ui/Program.h"
+
+#include <QTemporaryDir>
+#include <QWidget>
+#include <functional>
+#include <memory>
+#include <optional>
+
+class Form1;
+
+// The operator's desk: a whole program over a temporary folder, with real store, files, windows and controls. Time
+// stands still until the test moves it, dialogs answer at once, keys and clicks come through the window system.
+//
+// A test furnishes the folder (or leaves it empty for a first run), starts the program, acts, and looks at the
+// controls, at what was told, and at the files. Starting again stands for a new process in the same folder.
+class Desk {
+public:
+    Desk();
+    ~Desk();
+
+    // --- The program folder
+
+    QString Path(const QString &name) const;
+    bool Has(const QString &name) const;
+    QByteArray Content(const QString &name) const;
+    void Write(const QString &name, const QByteArray &content) const;
+    // What an operator has after the first run: config.ini (station LU9ZZZ, operator LU1AAA, grid GF05AB, UTC-3) and
+    // base0.mdb with the log "Log inicial" and so many contacts, SampleQso(1) the oldest.
+    void Furnish(int qsos = 0) const;
+    // Sets one line of config.ini, by its key of nine characters.
+    void Configure(const QString &key, const QString &value) const;
+    static QsoRow SampleQso(int number);
+    void Store(const QList<QsoRow> &rows) const;
+    // The database lies on FaultVfs, which does not wait for the disk; this takes away all faults that were set.
+    static void HealDisk();
+    // All contacts of all logs as they are in the file, in the order of their ids.
+    QList<QsoRow> Rows() const;
+
+    // --- The process
+
+    // The load step. False when the program would end here.
+    bool Load();
+    void Show();
+    // Load, Show, and the second that brings the configuration, the log and the first tick of the clock.
+    void Start();
+    // The process is gone, without a word of leave.
+    void Kill();
+    void Advance(int milliseconds);
+
+    // --- What the operator sees and does, in the window that is in front (Form1, or the modal one above it)
+
+    Form1 &Main() const;
+    QWidget *Front() const;
+    template <typename Control = QWidget>
+    Control *Find(const QString &name) const
+    {
+        for (Control *control : Front()->findChildren<Control *>(name))
+            if (control->window() == Front())
+                return control;
+        qFatal("no control %s", qPrintable(name));
+    }
+    // The text of a field, label, button or frame, or the choice of a list.
+    QString Text(const QString &name) const;
+    // The field that has the focus.
+    QString Focus() const;
+    // Fills a field without going there.
+    void Put(const QString &name, const QString &text) const;
+
+    void Press(int key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) const;
+    // A key that is held down so long that it repeats `repeats` times.
+    void Hold(int key, int repeats) const;
+    void Type(const QString &text) const;
+    void Click(const QString &name) const;
+    // Takes an entry out of the open list of a combo box.
+    void Choose(const QString &name, const QString &entry) const;
+    // Clicks into a field, selects what it holds and types over it.
+    void Fill(const QString &name, const QString &text) const;
+    void Menu(const char *entry) const;
+    // Types the call and everything else that a contact needs, and stores it.
+    void Contact(const QString &call) const;
+
+    // Does `open`, and `act` in the modal window that it brings up. A window still open after `act` fails the test.
+    void InModal(const std::function<void()> &open, const std::function<void()> &act) const;
+
+    // What dialogs have said since the last call, each with "!", "X", "?", "i" or "-" for its icon in front.
+    QStringList Told();
+
+    FixedClock clock;
+    RecordingDialogs dialogs;
+    QStringList unwritable; // names of files that cannot be written
+    std::optional<int> ended; // exit code of the process that asked to end
+    QStringList marks;
+
+    Logbook &OpenLogbook() const;
+
+private:
+    class Files;
+    struct Process;
+
+    FaultVfs::AsDefault layer_;
+    QTemporaryDir folder_;
+    std::unique_ptr<Files> files_;
+    std::unique_ptr<Process> process_;
+};

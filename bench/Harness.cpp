@@ -71,10 +71,7 @@ QString Shown(double value, Unit unit)
     return QString::number(value / 1000000, 'f', 2) + u" s";
 }
 
-QString RatioText(double ratio)
-{
-    return QString::number(ratio, 'f', ratio < 0.01 ? 5 : 2);
-}
+QString RatioText(double ratio) { return QString::number(ratio, 'f', ratio < 0.01 ? 5 : 2); }
 
 } // namespace
 

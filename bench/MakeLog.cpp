@@ -66,10 +66,7 @@ quint64 Scrambled(quint64 value)
     return value ^ (value >> 31);
 }
 
-QChar Letter(quint64 value)
-{
-    return QChar(u'A' + static_cast<char16_t>(value % 26));
-}
+QChar Letter(quint64 value) { return QChar(u'A' + static_cast<char16_t>(value % 26)); }
 
 QString GridOfStation(qint64 number)
 {
@@ -114,10 +111,7 @@ QsoMaker::QsoMaker(qint64 total, quint32 seed)
 }
 
 // The standard distributions differ between libraries, the generators do not.
-quint64 QsoMaker::Below(quint64 limit)
-{
-    return random_() % limit;
-}
+quint64 QsoMaker::Below(quint64 limit) { return random_() % limit; }
 
 qint64 QsoMaker::NextStation()
 {

@@ -27,10 +27,7 @@ RawDatabase::RawDatabase(const QString &path, const char *vfs)
     Execute("PRAGMA cache_size=-16000");
 }
 
-RawDatabase::~RawDatabase()
-{
-    sqlite3_close(handle_);
-}
+RawDatabase::~RawDatabase() { sqlite3_close(handle_); }
 
 void RawDatabase::Execute(const char *sql)
 {
@@ -44,20 +41,14 @@ RawStatement::RawStatement(RawDatabase &database, const QString &sql)
         database.Handle());
 }
 
-RawStatement::~RawStatement()
-{
-    sqlite3_finalize(statement_);
-}
+RawStatement::~RawStatement() { sqlite3_finalize(statement_); }
 
 void RawStatement::Bind(int parameter, const QByteArray &text)
 {
     sqlite3_bind_text(statement_, parameter, text.constData(), static_cast<int>(text.size()), SQLITE_STATIC);
 }
 
-void RawStatement::Bind(int parameter, qint64 number)
-{
-    sqlite3_bind_int64(statement_, parameter, number);
-}
+void RawStatement::Bind(int parameter, qint64 number) { sqlite3_bind_int64(statement_, parameter, number); }
 
 bool RawStatement::Step()
 {
@@ -73,10 +64,7 @@ void RawStatement::TakeRow()
             lookedAt = text[0];
 }
 
-void RawStatement::Reset()
-{
-    sqlite3_reset(statement_);
-}
+void RawStatement::Reset() { sqlite3_reset(statement_); }
 
 void RawStatement::TakeAll()
 {

@@ -22,15 +22,9 @@ struct Entry {
     qsizetype longest = longestValue;
 };
 
-bool IsTicked(const QString &value)
-{
-    return Conversions::LeadingNumber(value) != 0;
-}
+bool IsTicked(const QString &value) { return Conversions::LeadingNumber(value) != 0; }
 
-QString Flag(bool value)
-{
-    return value ? u"1"_qs : u"0"_qs;
-}
+QString Flag(bool value) { return value ? u"1"_qs : u"0"_qs; }
 
 Entry Text(const QString &key, QString Configuration::*field, qsizetype longest = longestValue)
 {

@@ -11,10 +11,7 @@ namespace Conversions {
 
 namespace {
 
-bool IsDigit(QChar c)
-{
-    return c >= u'0' && c <= u'9';
-}
+bool IsDigit(QChar c) { return c >= u'0' && c <= u'9'; }
 
 // Numbers of one to four digits; -1 for anything else.
 int SmallNumber(QStringView text)
@@ -116,20 +113,11 @@ std::optional<QTime> ParseTime(QStringView text)
     return time.isValid() ? std::optional(time) : std::nullopt;
 }
 
-QString DateText(QDate date)
-{
-    return date.toString(u"dd/MM/yyyy");
-}
+QString DateText(QDate date) { return date.toString(u"dd/MM/yyyy"); }
 
-QString TimeText(QTime time)
-{
-    return time.toString(u"hh:mm");
-}
+QString TimeText(QTime time) { return time.toString(u"hh:mm"); }
 
-QString LongTimeText(QTime time)
-{
-    return time.toString(u"hh:mm:ss");
-}
+QString LongTimeText(QTime time) { return time.toString(u"hh:mm:ss"); }
 
 QString StoredDate(QStringView shown)
 {
@@ -172,9 +160,6 @@ QString PadRight(QStringView text, int width)
     return padded;
 }
 
-QString PadZeros(QStringView text, int width)
-{
-    return text.toString().rightJustified(width, u'0');
-}
+QString PadZeros(QStringView text, int width) { return text.toString().rightJustified(width, u'0'); }
 
 } // namespace Conversions

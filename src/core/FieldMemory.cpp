@@ -38,10 +38,7 @@ Result<void> Write(Logbook &logbook, const QString &name, const QStringList &lin
 }
 
 // Numbers stand between blanks, as the files have always held them.
-QString NumberLine(bool value)
-{
-    return value ? u" 1 "_qs : u" 0 "_qs;
-}
+QString NumberLine(bool value) { return value ? u" 1 "_qs : u" 0 "_qs; }
 
 } // namespace
 
@@ -92,10 +89,7 @@ Result<void> SaveExitMemory(
     return outcome;
 }
 
-QString ReadSatelliteMemory(const Logbook &logbook)
-{
-    return FirstLine(logbook, u"memsat.ini"_qs).value_or(QString());
-}
+QString ReadSatelliteMemory(const Logbook &logbook) { return FirstLine(logbook, u"memsat.ini"_qs).value_or(QString()); }
 
 Result<void> SaveSatelliteMemory(Logbook &logbook, const QString &name)
 {

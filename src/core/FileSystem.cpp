@@ -36,10 +36,7 @@ bool WriteAll(QFileDevice &device, const QByteArray &content)
 
 } // namespace
 
-bool FileSystem::Exists(const QString &path) const
-{
-    return QFileInfo(path).isFile();
-}
+bool FileSystem::Exists(const QString &path) const { return QFileInfo(path).isFile(); }
 
 std::unique_ptr<QIODevice> FileSystem::OpenForReading(const QString &path) const
 {
@@ -85,7 +82,4 @@ Result<std::unique_ptr<QIODevice>> FileSystem::OpenForWriting(const QString &pat
     return std::unique_ptr<QIODevice>(std::move(file));
 }
 
-bool FileSystem::Remove(const QString &path)
-{
-    return QFile::remove(path);
-}
+bool FileSystem::Remove(const QString &path) { return QFile::remove(path); }

@@ -48,20 +48,14 @@ Query &Query::Bind(int parameter, qint64 number)
     return *this;
 }
 
-bool Query::Next()
-{
-    return loan_->statement->executeStep();
-}
+bool Query::Next() { return loan_->statement->executeStep(); }
 
 void Query::Execute()
 {
     while (loan_->statement->executeStep()) { }
 }
 
-void Query::Reset()
-{
-    loan_->statement->reset();
-}
+void Query::Reset() { loan_->statement->reset(); }
 
 QString Query::Text(int column) const
 {
@@ -70,10 +64,7 @@ QString Query::Text(int column) const
     return QString::fromUtf8(text, value.getBytes());
 }
 
-qint64 Query::Number(int column) const
-{
-    return loan_->statement->getColumn(column).getInt64();
-}
+qint64 Query::Number(int column) const { return loan_->statement->getColumn(column).getInt64(); }
 
 QsoRow Query::Row() const
 {
@@ -99,20 +90,11 @@ Query Session::Prepare(const QString &sql)
     return Query(std::move(loan));
 }
 
-void Session::Execute(const QString &sql)
-{
-    connection_.database.exec(sql.toStdString());
-}
+void Session::Execute(const QString &sql) { connection_.database.exec(sql.toStdString()); }
 
-qint64 Session::LastId() const
-{
-    return connection_.database.getLastInsertRowid();
-}
+qint64 Session::LastId() const { return connection_.database.getLastInsertRowid(); }
 
-int Session::Changes() const
-{
-    return connection_.database.getChanges();
-}
+int Session::Changes() const { return connection_.database.getChanges(); }
 
 LogStore::LogStore(QString path, QByteArray vfs)
     : path_(std::move(path))
@@ -122,10 +104,7 @@ LogStore::LogStore(QString path, QByteArray vfs)
 
 LogStore::~LogStore() = default;
 
-bool LogStore::Exists() const
-{
-    return QFileInfo::exists(path_);
-}
+bool LogStore::Exists() const { return QFileInfo::exists(path_); }
 
 void LogStore::Close()
 {

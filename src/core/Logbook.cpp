@@ -43,10 +43,7 @@ Logbook::Logbook(QString folder, FileSystem &files, const Clock &clock, QByteArr
 {
 }
 
-bool HasConfig(const Logbook &logbook)
-{
-    return logbook.Files().Exists(logbook.PathOf(configName));
-}
+bool HasConfig(const Logbook &logbook) { return logbook.Files().Exists(logbook.PathOf(configName)); }
 
 bool LoadConfig(Logbook &logbook)
 {

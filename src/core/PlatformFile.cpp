@@ -14,17 +14,11 @@
 namespace PlatformFile {
 
 #ifdef Q_OS_WIN
-bool Sync(int handle)
-{
-    return _commit(handle) == 0;
-}
+bool Sync(int handle) { return _commit(handle) == 0; }
 
 void SyncFolder(const QString &) { }
 #else
-bool Sync(int handle)
-{
-    return fsync(handle) == 0;
-}
+bool Sync(int handle) { return fsync(handle) == 0; }
 
 void SyncFolder(const QString &folder)
 {

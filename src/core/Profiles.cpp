@@ -9,10 +9,7 @@ namespace {
 
 const QString fileName = u"Perfiles.cfg"_qs;
 
-QString Key(size_t number)
-{
-    return u"Perfil"_qs + QString::number(number + 1) + u'=';
-}
+QString Key(size_t number) { return u"Perfil"_qs + QString::number(number + 1) + u'='; }
 
 } // namespace
 

@@ -20,10 +20,7 @@ Run::Run(Runs &runs, Pump pump, Progress progress, int pauseMilliseconds)
     sinceEvents_.start();
 }
 
-Run::~Run()
-{
-    std::erase(runs_.active_, this);
-}
+Run::~Run() { std::erase(runs_.active_, this); }
 
 bool Run::Step(qint64 done, qint64 total)
 {

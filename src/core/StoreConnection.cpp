@@ -60,7 +60,4 @@ bool Session::Connection::Moved()
     return sqlite3_file_control(database.getHandle(), "main", SQLITE_FCNTL_HAS_MOVED, &moved) == SQLITE_OK && moved;
 }
 
-bool Session::Connection::ReadOnly()
-{
-    return sqlite3_db_readonly(database.getHandle(), "main") == 1;
-}
+bool Session::Connection::ReadOnly() { return sqlite3_db_readonly(database.getHandle(), "main") == 1; }

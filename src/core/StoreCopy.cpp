@@ -21,10 +21,7 @@ constexpr int checkPause = 5; // milliseconds
 
 const QString countQsos = u"SELECT count(*) FROM Tabla1 WHERE Modo<>''"_qs;
 
-qint64 Count(SQLite::Database &database)
-{
-    return database.execAndGet(countQsos.toStdString()).getInt64();
-}
+qint64 Count(SQLite::Database &database) { return database.execAndGet(countQsos.toStdString()).getInt64(); }
 
 // Runs on a thread of its own, with a connection of its own.
 Result<void> Check(const QString &path, qint64 expected)

@@ -4,10 +4,7 @@
 
 namespace Wildcard {
 
-QString Fold(QStringView text)
-{
-    return text.toString().toCaseFolded();
-}
+QString Fold(QStringView text) { return text.toString().toCaseFolded(); }
 
 bool Matches(QStringView pattern, QStringView text)
 {

@@ -65,10 +65,7 @@ const Entry *FindIn(const Entry (&table)[size], Test test)
     return found == std::end(table) ? nullptr : found;
 }
 
-QString Text(const char16_t *text)
-{
-    return QStringView(text).toString();
-}
+QString Text(const char16_t *text) { return QStringView(text).toString(); }
 
 QString BandOfWholeMegahertz(double megahertz, FieldsOf window)
 {
@@ -124,10 +121,7 @@ FieldBand BandOfFields(QStringView megahertz, QStringView kilohertz, FieldsOf wi
     return result;
 }
 
-QString PadKilohertz(QStringView text)
-{
-    return Conversions::PadZeros(text, 3);
-}
+QString PadKilohertz(QStringView text) { return Conversions::PadZeros(text, 3); }
 
 QString BandOfFrequency(QStringView text)
 {

@@ -6,14 +6,8 @@
 
 namespace {
 
-bool IsDigit(QChar c)
-{
-    return c >= u'0' && c <= u'9';
-}
-bool IsLetter(QChar c)
-{
-    return c >= u'A' && c <= u'Z';
-}
+bool IsDigit(QChar c) { return c >= u'0' && c <= u'9'; }
+bool IsLetter(QChar c) { return c >= u'A' && c <= u'Z'; }
 
 } // namespace
 
@@ -28,12 +22,6 @@ bool LooksLikeCallsign(QStringView text)
     return std::any_of(text.begin(), text.end(), IsLetter) && std::any_of(text.begin(), text.end(), IsDigit);
 }
 
-QString DoubtfulCallMessage(QStringView call)
-{
-    return call + u" NO Parece ser una Señal distintiva Válida!";
-}
+QString DoubtfulCallMessage(QStringView call) { return call + u" NO Parece ser una Señal distintiva Válida!"; }
 
-QString NotACallsignMessage(QStringView call)
-{
-    return call + u" no es una señal distintiva!";
-}
+QString NotACallsignMessage(QStringView call) { return call + u" no es una señal distintiva!"; }

@@ -27,14 +27,8 @@ constexpr quint64 Inverse(quint64 odd)
 constexpr quint64 inverseFactor = Inverse(factor);
 static_assert(factor * inverseFactor == 1);
 
-quint64 Append(quint64 hash, QChar c)
-{
-    return (hash + c.unicode() + 1) * factor;
-}
-quint64 Drop(quint64 hash, QChar c)
-{
-    return hash * inverseFactor - c.unicode() - 1;
-}
+quint64 Append(quint64 hash, QChar c) { return (hash + c.unicode() + 1) * factor; }
+quint64 Drop(quint64 hash, QChar c) { return hash * inverseFactor - c.unicode() - 1; }
 
 quint64 HashOf(QStringView text)
 {
@@ -44,14 +38,8 @@ quint64 HashOf(QStringView text)
     return hash;
 }
 
-size_t FirstSlot(quint64 hash)
-{
-    return size_t(hash >> (64 - slotBits));
-}
-quint32 TagOf(quint64 hash)
-{
-    return quint32(hash >> 16);
-}
+size_t FirstSlot(quint64 hash) { return size_t(hash >> (64 - slotBits)); }
+quint32 TagOf(quint64 hash) { return quint32(hash >> 16); }
 
 QStringView WithoutOuterBlanks(QStringView text)
 {
@@ -139,10 +127,7 @@ QString DxccTable::CountryOfCall(QString &call) const
     return country;
 }
 
-QString DxccTable::CountryOf(QStringView call) const
-{
-    return ShownCountry(FindLongestPrefix(call), call);
-}
+QString DxccTable::CountryOf(QStringView call) const { return ShownCountry(FindLongestPrefix(call), call); }
 
 QString DxccTable::CountryLabel(QStringView call) const
 {

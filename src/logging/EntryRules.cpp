@@ -10,14 +10,8 @@ namespace EntryRules {
 
 namespace {
 
-bool IsDigit(QChar c)
-{
-    return c >= u'0' && c <= u'9';
-}
-bool IsLetter(QChar c)
-{
-    return c >= u'A' && c <= u'Z';
-}
+bool IsDigit(QChar c) { return c >= u'0' && c <= u'9'; }
+bool IsLetter(QChar c) { return c >= u'A' && c <= u'Z'; }
 
 // The digit at a place of the text; 0 for any other character and behind the end.
 int DigitAt(QStringView text, qsizetype place)
@@ -25,14 +19,8 @@ int DigitAt(QStringView text, qsizetype place)
     return place >= 0 && place < text.size() && IsDigit(text[place]) ? text[place].unicode() - u'0' : 0;
 }
 
-bool StartsLikeAReport(QStringView text)
-{
-    return DigitAt(text, 0) >= 1 && DigitAt(text, 0) <= 5;
-}
-bool EndsLikeAReport(QStringView text)
-{
-    return DigitAt(text, text.size() - 1) >= 1;
-}
+bool StartsLikeAReport(QStringView text) { return DigitAt(text, 0) >= 1 && DigitAt(text, 0) <= 5; }
+bool EndsLikeAReport(QStringView text) { return DigitAt(text, text.size() - 1) >= 1; }
 
 bool ReportPassesTheWalk(QStringView text, QStringView mode)
 {
@@ -43,10 +31,7 @@ constexpr const char16_t *noCall = u"Falta el Corresponsal!";
 constexpr const char16_t *badReceived = u"Reporte Recibido no válido!";
 constexpr const char16_t *badSent = u"Reporte Enviado no válido!";
 
-QString Text(const char16_t *text)
-{
-    return QStringView(text).toString();
-}
+QString Text(const char16_t *text) { return QStringView(text).toString(); }
 
 EntryFocus FieldBehind(QStringView message)
 {
@@ -86,10 +71,7 @@ QChar SignOf(KeyFilter filter)
 
 } // namespace
 
-QString ReportForMode(QStringView mode)
-{
-    return mode == u"CW" || mode == u"Sat CW" ? u"599"_qs : u"59"_qs;
-}
+QString ReportForMode(QStringView mode) { return mode == u"CW" || mode == u"Sat CW" ? u"599"_qs : u"59"_qs; }
 
 int ValidateReport(QStringView text, QStringView mode)
 {
@@ -100,10 +82,7 @@ int ValidateReport(QStringView text, QStringView mode)
     return good ? 0 : 1;
 }
 
-QString BadReportMessage(QStringView text)
-{
-    return u"el Reporte " + text + u" no es válido!";
-}
+QString BadReportMessage(QStringView text) { return u"el Reporte " + text + u" no es válido!"; }
 
 QString ValidateEntry(const EntryFields &fields)
 {
@@ -200,10 +179,7 @@ bool GridLengthAllowed(qsizetype length, GridOf kind)
     return length == 0 || length == 6 || (length == 4 && kind == GridOf::Correspondent);
 }
 
-QString BadGridMessage()
-{
-    return u"Grilla incorrecta!"_qs;
-}
+QString BadGridMessage() { return u"Grilla incorrecta!"_qs; }
 
 std::optional<QChar> FilterKey(QChar key, KeyFilter filter)
 {

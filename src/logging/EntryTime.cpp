@@ -21,10 +21,7 @@ qint64 OffsetSeconds(QStringView utcOffset)
 }
 
 // A wall clock has no jumps of summer time: UTC serves as the zone that has none.
-QDateTime WallClock(QDate date, QTime time)
-{
-    return QDateTime(date, time, Qt::UTC);
-}
+QDateTime WallClock(QDate date, QTime time) { return QDateTime(date, time, Qt::UTC); }
 
 DateAndTime Fields(const QDateTime &moment)
 {
@@ -39,10 +36,7 @@ DateAndTime ClockFields(const QDateTime &localNow, QStringView utcOffset)
     return Fields(WallClock(localNow.date(), minute).addSecs(-OffsetSeconds(utcOffset)));
 }
 
-DateAndTime LocalFields(const QDateTime &localNow)
-{
-    return Fields(localNow);
-}
+DateAndTime LocalFields(const QDateTime &localNow) { return Fields(localNow); }
 
 std::optional<DateAndTime> CorrectedAtEntry(
     QStringView fecha, QStringView hora, bool zoneVisible, QStringView zoneCaption, QStringView utcOffset)

@@ -39,10 +39,7 @@ QString LogListText(const LogEntry &entry)
     return entry.name + u" ("_qs + QString::number(entry.count) + u" QSOs)"_qs;
 }
 
-QString CleanLogName(const QString &typed)
-{
-    return QString(typed).remove(u'\'');
-}
+QString CleanLogName(const QString &typed) { return QString(typed).remove(u'\''); }
 
 QString SameLog(const QList<LogEntry> &logs, const QString &name)
 {

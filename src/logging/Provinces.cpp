@@ -17,15 +17,9 @@ constexpr int byLetter[] = {
 static_assert(std::size(byLetter) == 26);
 
 // Behind the prefix stand at most ten characters.
-QStringView BehindThePrefix(QStringView call)
-{
-    return call.mid(3, 10);
-}
+QStringView BehindThePrefix(QStringView call) { return call.mid(3, 10); }
 
-bool IsDigit(QChar c)
-{
-    return c >= u'0' && c <= u'9';
-}
+bool IsDigit(QChar c) { return c >= u'0' && c <= u'9'; }
 
 } // namespace
 

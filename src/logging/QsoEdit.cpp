@@ -82,20 +82,11 @@ QStringList ModesForList(const QString &mode)
     return With({u"SSB"_qs, u"CW"_qs, u"FM"_qs, u"AM"_qs, u"DVoice"_qs, u"DV IP"_qs, u"Echo"_qs, u"Echo IP"_qs}, mode);
 }
 
-QStringList ModesForKey(const QString &mode)
-{
-    return With({u"SSB"_qs, u"FM"_qs, u"CW"_qs, u"Sat"_qs}, mode);
-}
+QStringList ModesForKey(const QString &mode) { return With({u"SSB"_qs, u"FM"_qs, u"CW"_qs, u"Sat"_qs}, mode); }
 
-QString Uploaded(const QString &lda)
-{
-    return Conversions::LeadingInteger(lda) >= 1 ? u"SI"_qs : u"NO"_qs;
-}
+QString Uploaded(const QString &lda) { return Conversions::LeadingInteger(lda) >= 1 ? u"SI"_qs : u"NO"_qs; }
 
-QString Confirmed(const QString &lda)
-{
-    return Conversions::LeadingInteger(lda) >= 2 ? u"SI"_qs : u"NO"_qs;
-}
+QString Confirmed(const QString &lda) { return Conversions::LeadingInteger(lda) >= 2 ? u"SI"_qs : u"NO"_qs; }
 
 std::optional<Refusal> RefuseSave(const EditFields &fields)
 {

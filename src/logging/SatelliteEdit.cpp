@@ -73,10 +73,7 @@ std::optional<Refusal> RefuseAdding(const Fields &fields, const QStringList &lin
     return std::nullopt;
 }
 
-int FrequencyLength(const QString &band)
-{
-    return band == u"23cm" ? 8 : 7;
-}
+int FrequencyLength(const QString &band) { return band == u"23cm" ? 8 : 7; }
 
 QString CheckFrequency(const QString &band, const QString &text)
 {

@@ -72,10 +72,7 @@ void SearchList::Append(const std::vector<qint64> &ids)
     std::iota(order_.end() - qsizetype(ids.size()), order_.end(), first);
 }
 
-void SearchList::RemoveAt(qsizetype place)
-{
-    order_.erase(order_.begin() + place);
-}
+void SearchList::RemoveAt(qsizetype place) { order_.erase(order_.begin() + place); }
 
 Result<QList<QsoRow>> SearchList::Rows(qsizetype place, qsizetype count) const
 {

@@ -110,10 +110,7 @@ void EntryPanel::ConnectChecks()
     });
 }
 
-void EntryPanel::PlaceCaller(QWidget *caller)
-{
-    ui_->lugarLlamador->addWidget(caller);
-}
+void EntryPanel::PlaceCaller(QWidget *caller) { ui_->lugarLlamador->addWidget(caller); }
 
 void EntryPanel::FillLists()
 {
@@ -226,19 +223,10 @@ QWidget *EntryPanel::FieldOf(EntryFocus focus) const
     }
 }
 
-void EntryPanel::FocusField(EntryFocus focus)
-{
-    FieldOf(focus)->setFocus();
-}
+void EntryPanel::FocusField(EntryFocus focus) { FieldOf(focus)->setFocus(); }
 
-QString EntryPanel::Call() const
-{
-    return ui_->Corresponsal->text();
-}
-QWidget *EntryPanel::ModeField() const
-{
-    return ui_->Combo1;
-}
+QString EntryPanel::Call() const { return ui_->Corresponsal->text(); }
+QWidget *EntryPanel::ModeField() const { return ui_->Combo1; }
 
 NewQso EntryPanel::ReadQso() const
 {
@@ -264,22 +252,10 @@ NewQso EntryPanel::ReadQso() const
     return qso;
 }
 
-bool EntryPanel::QtrManual() const
-{
-    return ui_->Check1->isChecked();
-}
-bool EntryPanel::ViaSatellite() const
-{
-    return ui_->Check2->isChecked();
-}
-bool EntryPanel::ZoneVisible() const
-{
-    return !ui_->Label11->isHidden();
-}
-QString EntryPanel::ZoneCaption() const
-{
-    return ui_->Label11->text();
-}
+bool EntryPanel::QtrManual() const { return ui_->Check1->isChecked(); }
+bool EntryPanel::ViaSatellite() const { return ui_->Check2->isChecked(); }
+bool EntryPanel::ZoneVisible() const { return !ui_->Label11->isHidden(); }
+QString EntryPanel::ZoneCaption() const { return ui_->Label11->text(); }
 
 void EntryPanel::ClearAfterStore(qint64 id)
 {
@@ -350,10 +326,7 @@ void EntryPanel::ApplySatellite(const UplinkFrequency &uplink, const QString &mo
     Choice::Show(ui_->Combo1, mode);
 }
 
-void EntryPanel::TickViaSatellite(bool ticked)
-{
-    ui_->Check2->setChecked(ticked);
-}
+void EntryPanel::TickViaSatellite(bool ticked) { ui_->Check2->setChecked(ticked); }
 
 void EntryPanel::ShowActivity(const QString &text)
 {
@@ -439,10 +412,7 @@ void EntryPanel::CallLeft()
         ShowCountry();
 }
 
-void EntryPanel::ShowCountry()
-{
-    ui_->Label18->setText(program_.dxcc.CountryLabel(ui_->Corresponsal->text()));
-}
+void EntryPanel::ShowCountry() { ui_->Label18->setText(program_.dxcc.CountryLabel(ui_->Corresponsal->text())); }
 
 void EntryPanel::CheckReport(QLineEdit *field)
 {
@@ -526,10 +496,7 @@ void EntryPanel::QtrManualChanged()
     SaveFieldMemory();
 }
 
-void EntryPanel::ShowActivation()
-{
-    ui_->activador->setVisible(ui_->Check4->isChecked());
-}
+void EntryPanel::ShowActivation() { ui_->activador->setVisible(ui_->Check4->isChecked()); }
 
 void EntryPanel::SetFrequency(const QString &mhz, const QString &khz)
 {

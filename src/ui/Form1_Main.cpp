@@ -39,10 +39,7 @@ const QString summitsName = u"summitslist_Arg.csv"_qs;
 // Larger than this the window is drawn for; the scaler fits it to the screen.
 constexpr QSize drawnSize(1340, 700);
 
-bool IsEnter(const QKeyEvent *event)
-{
-    return event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
-}
+bool IsEnter(const QKeyEvent *event) { return event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter; }
 
 } // namespace
 
@@ -151,60 +148,27 @@ void Form1::showEvent(QShowEvent *event)
     startUp_->Begin();
 }
 
-void Form1::LoadLogPage(qint64 firstRow)
-{
-    list_->LoadLogPage(firstRow);
-}
+void Form1::LoadLogPage(qint64 firstRow) { list_->LoadLogPage(firstRow); }
 
-void Form1::ReloadPage()
-{
-    list_->ReloadPage();
-}
+void Form1::ReloadPage() { list_->ReloadPage(); }
 
-qint64 Form1::QsoCountShown() const
-{
-    return list_->QsoCountShown();
-}
+qint64 Form1::QsoCountShown() const { return list_->QsoCountShown(); }
 
-void Form1::ForgetQso(qint64 id)
-{
-    entry_->ForgetQso(id);
-}
+void Form1::ForgetQso(qint64 id) { entry_->ForgetQso(id); }
 
-void Form1::ShowActivity(const QString &text)
-{
-    entry_->ShowActivity(text);
-}
+void Form1::ShowActivity(const QString &text) { entry_->ShowActivity(text); }
 
-void Form1::SetBusy(bool busy)
-{
-    menu_->setEnabled(!busy);
-}
+void Form1::SetBusy(bool busy) { menu_->setEnabled(!busy); }
 
-void Form1::SetArchivoMenu(bool enabled)
-{
-    menu_->SetArchivoEnabled(enabled);
-}
+void Form1::SetArchivoMenu(bool enabled) { menu_->SetArchivoEnabled(enabled); }
 
-void Form1::ShowConfiguration()
-{
-    entry_->ShowConfiguration();
-}
+void Form1::ShowConfiguration() { entry_->ShowConfiguration(); }
 
-void Form1::ShowCaptions()
-{
-    entry_->ShowCaptions();
-}
+void Form1::ShowCaptions() { entry_->ShowCaptions(); }
 
-void Form1::StartTimer7()
-{
-    startUp_->StartTimer7();
-}
+void Form1::StartTimer7() { startUp_->StartTimer7(); }
 
-void Form1::StopTimer7()
-{
-    startUp_->StopTimer7();
-}
+void Form1::StopTimer7() { startUp_->StopTimer7(); }
 
 bool Form1::ClaimsShortcut(const QKeyEvent *event) const
 {
@@ -416,20 +380,11 @@ void Form1::OpenSatellites()
     program_.windows.Satellites([this] { satellite_->LoadSatellites(); }).ShowEditor();
 }
 
-void Form1::FieldEntered(QWidget *field)
-{
-    entry_->Entered(field);
-}
+void Form1::FieldEntered(QWidget *field) { entry_->Entered(field); }
 
-void Form1::FieldLeft(QWidget *field)
-{
-    entry_->Left(field);
-}
+void Form1::FieldLeft(QWidget *field) { entry_->Left(field); }
 
-QWidget *Form1::FocusFallback() const
-{
-    return entry_->FieldOf(EntryRules::EntryFocus::Corresponsal);
-}
+QWidget *Form1::FocusFallback() const { return entry_->FieldOf(EntryRules::EntryFocus::Corresponsal); }
 
 bool Form1::ConfirmLeaving()
 {

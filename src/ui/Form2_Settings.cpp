@@ -169,10 +169,7 @@ void Form2::ShowSettings()
     ShowModal();
 }
 
-void Form2::ApplyTheme()
-{
-    ApplyWindowTheme(program_.logbook.configuration.Pantalla ? Theme::Dark : Theme::Light);
-}
+void Form2::ApplyTheme() { ApplyWindowTheme(program_.logbook.configuration.Pantalla ? Theme::Dark : Theme::Light); }
 
 bool Form2::PreviewKey(QKeyEvent *event)
 {

@@ -20,10 +20,7 @@ namespace {
 
 constexpr std::chrono::milliseconds pairGap{2}; // both are sent at once, but may be read one by one
 
-bool IsEnter(const QKeyEvent *event)
-{
-    return event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
-}
+bool IsEnter(const QKeyEvent *event) { return event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter; }
 
 // Enter that nobody took must not press a button or pick a list entry on its own; some platforms do that.
 bool ActsOnEnter(const QWidget *receiver)

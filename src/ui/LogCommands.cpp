@@ -22,10 +22,7 @@ LogCommands::LogCommands(Program &program, Form1 &window, MainMenu &menu)
     menu.On("badeda", this, &LogCommands::BackupDatabase);
 }
 
-void LogCommands::Tell(const QString &failure)
-{
-    program_.dialogs.Message(&window_, failure, Dialogs::Icon::Critical);
-}
+void LogCommands::Tell(const QString &failure) { program_.dialogs.Message(&window_, failure, Dialogs::Icon::Critical); }
 
 // Opens a log: its first page is shown, and the next start finds it again.
 void LogCommands::Use(const QString &name)

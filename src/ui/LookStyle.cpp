@@ -31,10 +31,7 @@ bool FollowsFont(QStyle::PixelMetric metric)
     }
 }
 
-bool IsDark(const QStyleOption &option)
-{
-    return option.palette.color(QPalette::Window).lightness() < 128;
-}
+bool IsDark(const QStyleOption &option) { return option.palette.color(QPalette::Window).lightness() < 128; }
 
 } // namespace
 

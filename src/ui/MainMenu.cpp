@@ -71,7 +71,4 @@ QAction *MainMenu::Entry(const char *name) const
     return action;
 }
 
-void MainMenu::SetArchivoEnabled(bool enabled)
-{
-    archivo_->setEnabled(enabled);
-}
+void MainMenu::SetArchivoEnabled(bool enabled) { archivo_->setEnabled(enabled); }

@@ -106,30 +106,15 @@ void SatellitePanel::SetActive(bool active)
         Timer9_->Stop();
 }
 
-bool SatellitePanel::IsActive() const
-{
-    return !ui_->Frame2->isHidden();
-}
+bool SatellitePanel::IsActive() const { return !ui_->Frame2->isHidden(); }
 
-QString SatellitePanel::Satellite() const
-{
-    return ui_->Combo3->currentText();
-}
+QString SatellitePanel::Satellite() const { return ui_->Combo3->currentText(); }
 
-QString SatellitePanel::Mode() const
-{
-    return ui_->Modo->text().remove(u"Modo: "_qs);
-}
+QString SatellitePanel::Mode() const { return ui_->Modo->text().remove(u"Modo: "_qs); }
 
-UplinkFrequency SatellitePanel::Uplink() const
-{
-    return ApplyUplink(ui_->Subida->text());
-}
+UplinkFrequency SatellitePanel::Uplink() const { return ApplyUplink(ui_->Subida->text()); }
 
-QWidget *SatellitePanel::NameField() const
-{
-    return ui_->Combo3;
-}
+QWidget *SatellitePanel::NameField() const { return ui_->Combo3; }
 
 void SatellitePanel::MovePicture()
 {

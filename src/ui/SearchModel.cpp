@@ -99,15 +99,9 @@ const QStringList &SearchModel::TextsAt(int place) const
     return at < texts->size() ? (*texts)[at] : none;
 }
 
-int SearchModel::rowCount(const QModelIndex &parent) const
-{
-    return parent.isValid() ? 0 : int(list_.Size());
-}
+int SearchModel::rowCount(const QModelIndex &parent) const { return parent.isValid() ? 0 : int(list_.Size()); }
 
-int SearchModel::columnCount(const QModelIndex &parent) const
-{
-    return parent.isValid() ? 0 : int(Titles().size());
-}
+int SearchModel::columnCount(const QModelIndex &parent) const { return parent.isValid() ? 0 : int(Titles().size()); }
 
 QVariant SearchModel::data(const QModelIndex &index, int role) const
 {

@@ -2,7 +2,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/StartUp.h"
 
-#include "core/Schema.h"
 #include "core/TextFile.h"
 #include "ui/EntryPanel.h"
 #include "ui/Form1_Main.h"
@@ -46,6 +45,7 @@ StartUp::StartUp(Program &program, Form1 &window, EntryPanel &entry, SatellitePa
     , window_(window)
     , entry_(entry)
     , satellite_(satellite)
+    , care_(program, window)
 {
     Timer1_ = program.scheduler.Make(1000, [this] { entry_.Tick(); });
     Timer2_ = program.scheduler.Make(900, [this] { Hurry(); });
@@ -74,7 +74,7 @@ bool StartUp::Load()
     trace.Mark("4");
     LoadPrefixTable();
     program_.LoadingMainWindow = false;
-    return ProbeDatabase();
+    return care_.Probe();
 }
 
 void StartUp::LoadPrefixTable()
@@ -87,20 +87,6 @@ void StartUp::LoadPrefixTable()
     while (const auto line = reader.Next())
         if (program_.dxcc.AddLine(*line) == DxccTable::LineUse::NoRoom)
             break;
-}
-
-bool StartUp::ProbeDatabase()
-{
-    Logbook &logbook = program_.logbook;
-    if (!logbook.Store().Exists() && !HasConfig(logbook))
-        return true;
-    const Result<void> probed = ProbeSchema(logbook.Store());
-    if (probed)
-        return true;
-    program_.dialogs.Message(&window_, probed.failure().text, Dialogs::Icon::Critical);
-    using Kind = Failure::Kind;
-    const Kind kind = probed.failure().kind;
-    return kind != Kind::Missing && kind != Kind::Foreign && kind != Kind::Damaged && kind != Kind::OldSchema;
 }
 
 void StartUp::Begin()
@@ -143,10 +129,5 @@ void StartUp::SecondHalf()
     window_.LoadLogPage(1);
     window_.SetArchivoMenu(true);
     program_.mark("page-shown");
-    // The counters are kept by triggers; a tool that switched those off is found out here, after the page is seen.
-    program_.scheduler.WhenIdle([this] {
-        const Result<bool> corrected = RecountLogs(program_.logbook.Store());
-        if (corrected && *corrected)
-            window_.LoadLogPage(1);
-    });
+    care_.AfterFirstPage();
 }

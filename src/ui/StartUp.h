@@ -3,6 +3,7 @@
 #pragma once
 
 #include "core/Scheduler.h"
+#include "ui/DatabaseCare.h"
 
 #include <memory>
 
@@ -36,12 +37,12 @@ public:
 private:
     void SecondHalf();
     void LoadPrefixTable();
-    bool ProbeDatabase();
 
     Program &program_;
     Form1 &window_;
     EntryPanel &entry_;
     SatellitePanel &satellite_;
+    DatabaseCare care_;
     bool begun_ = false;
     bool configured_ = false;
     std::unique_ptr<Scheduler::Timer> Timer1_; // the clock of the entry fields

@@ -119,10 +119,7 @@ void ApplyWindowTheme(Theme theme)
         Repaint(widget);
 }
 
-Theme CurrentTheme()
-{
-    return qApp->property(darkTheme).toBool() ? Theme::Dark : Theme::Light;
-}
+Theme CurrentTheme() { return qApp->property(darkTheme).toBool() ? Theme::Dark : Theme::Light; }
 
 QPalette ThemePalette(Theme theme)
 {
@@ -151,15 +148,9 @@ QPalette ListPalette(Theme theme)
     return palette;
 }
 
-void MarkAccent(QWidget *label)
-{
-    SetMark(label, AccentMark);
-}
+void MarkAccent(QWidget *label) { SetMark(label, AccentMark); }
 
-void MarkList(QAbstractItemView *list)
-{
-    SetMark(list, ListMark);
-}
+void MarkList(QAbstractItemView *list) { SetMark(list, ListMark); }
 
 void SetFieldFocused(QWidget *field, bool focused)
 {

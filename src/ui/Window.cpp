@@ -70,10 +70,7 @@ void Window::ShowModal()
         before->activateWindow();
 }
 
-void Window::closeEvent(QCloseEvent *event)
-{
-    event->setAccepted(MayClose());
-}
+void Window::closeEvent(QCloseEvent *event) { event->setAccepted(MayClose()); }
 
 void Window::hideEvent(QHideEvent *event)
 {
@@ -118,20 +115,11 @@ bool Window::Preview(QKeyEvent *event)
     return press ? PreviewKey(event) : PreviewKeyRelease(event);
 }
 
-bool Window::PreviewKey(QKeyEvent *)
-{
-    return false;
-}
+bool Window::PreviewKey(QKeyEvent *) { return false; }
 
-bool Window::PreviewKeyRelease(QKeyEvent *)
-{
-    return false;
-}
+bool Window::PreviewKeyRelease(QKeyEvent *) { return false; }
 
-bool Window::ClaimsShortcut(const QKeyEvent *) const
-{
-    return false;
-}
+bool Window::ClaimsShortcut(const QKeyEvent *) const { return false; }
 
 void Window::FieldEntered(QWidget *) { }
 
@@ -205,10 +193,7 @@ void Window::QueueFieldMessage(QWidget *field, const QString &message, Dialogs::
     PostFieldMessage();
 }
 
-void Window::PostFieldMessage()
-{
-    QMetaObject::invokeMethod(this, &Window::ShowFieldMessage, Qt::QueuedConnection);
-}
+void Window::PostFieldMessage() { QMetaObject::invokeMethod(this, &Window::ShowFieldMessage, Qt::QueuedConnection); }
 
 void Window::ShowFieldMessage()
 {

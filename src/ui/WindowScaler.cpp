@@ -38,10 +38,7 @@ struct Control {
     std::map<int, Length> sections; // of a header; -1 is the common height of the rows
 };
 
-double FontSize(const QFont &font)
-{
-    return font.pointSizeF() > 0 ? font.pointSizeF() : font.pixelSize();
-}
+double FontSize(const QFont &font) { return font.pointSizeF() > 0 ? font.pointSizeF() : font.pixelSize(); }
 
 QFont WithSize(QFont font, double size)
 {

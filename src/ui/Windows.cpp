@@ -35,39 +35,15 @@ Windows::Windows()
 
 Windows::~Windows() = default;
 
-Form1 &Windows::Main()
-{
-    return Made(form1_, *program_);
-}
-Form2 &Windows::Settings()
-{
-    return Made(form2_, *program_, &Main());
-}
-Form3 &Windows::OpenLog()
-{
-    return Made(form3_, program_->dialogs, &Main());
-}
-Form5 &Windows::EditQso()
-{
-    return Made(form5_, *program_, &Main());
-}
-Form6 &Windows::Search()
-{
-    return Made(form6_, *program_, &Main());
-}
-Form10 &Windows::About()
-{
-    return Made(form10_, program_->dialogs, &Main());
-}
+Form1 &Windows::Main() { return Made(form1_, *program_); }
+Form2 &Windows::Settings() { return Made(form2_, *program_, &Main()); }
+Form3 &Windows::OpenLog() { return Made(form3_, program_->dialogs, &Main()); }
+Form5 &Windows::EditQso() { return Made(form5_, *program_, &Main()); }
+Form6 &Windows::Search() { return Made(form6_, *program_, &Main()); }
+Form10 &Windows::About() { return Made(form10_, program_->dialogs, &Main()); }
 Form11 &Windows::Satellites(std::function<void()> changed)
 {
     return Made(form11_, program_->logbook, program_->dialogs, &Main(), std::move(changed));
 }
-Form16 &Windows::Profiles()
-{
-    return Made(form16_, program_->logbook, program_->dialogs, &Main());
-}
-Form17 &Windows::CallQsos()
-{
-    return Made(form17_, program_->dialogs, &Main());
-}
+Form16 &Windows::Profiles() { return Made(form16_, program_->logbook, program_->dialogs, &Main()); }
+Form17 &Windows::CallQsos() { return Made(form17_, program_->dialogs, &Main()); }

@@ -3,10 +3,18 @@
 // Takes a picture of every window, in both themes, at the size it has on the present screen:
 //   screenshots <folder for the pictures> <word for this screen in the file names>
 #include "core/Logbook.h"
+#include "logging/LogNames.h"
+#include "logging/QsoEdit.h"
 #include "logging/QsoStore.h"
+#include "ui/Form10_About.h"
+#include "ui/Form11_Satellites.h"
+#include "ui/Form16_Profiles.h"
 #include "ui/Form17_CallQsos.h"
 #include "ui/Form1_Main.h"
 #include "ui/Form2_Settings.h"
+#include "ui/Form3_OpenLog.h"
+#include "ui/Form5_EditQso.h"
+#include "ui/Form6_Search.h"
 #include "ui/Program.h"
 #include "ui/RealDialogs.h"
 #include "ui/Spanish.h"
@@ -75,6 +83,16 @@ void Take(QWidget &window, const QString &file)
     window.grab().save(file);
 }
 
+// Opens a window that holds the caller until it is closed, takes its picture meanwhile, and closes it.
+void TakeModal(QWidget &window, const QString &file, const std::function<void()> &open)
+{
+    QTimer::singleShot(300, &window, [&] {
+        Take(window, file);
+        window.hide();
+    });
+    open();
+}
+
 void TakeAll(Program &program, const std::function<QString(const char *)> &path)
 {
     Logbook &logbook = program.logbook;
@@ -95,11 +113,19 @@ void TakeAll(Program &program, const std::function<QString(const char *)> &path)
     form2.hide();
     const Result<QList<QsoRow>> rows = QsosWithCall(logbook.Store(), logbook.LogInUse, u"LU"_qs);
     Form17 &form17 = program.windows.CallQsos();
-    QTimer::singleShot(200, &form17, [&] {
-        Take(form17, path("Form17"));
-        form17.hide();
-    });
-    form17.Show(u"LU"_qs, *rows);
+    TakeModal(form17, path("Form17"), [&] { form17.Show(u"LU"_qs, *rows); });
+    TakeModal(program.windows.Search(), path("Form6"), [&] { program.windows.Search().ShowSearch(); });
+    const auto newest = QsoEdit::FindQso(logbook.Store(), logbook.LogInUse, std::nullopt);
+    Form5 &form5 = program.windows.EditQso();
+    TakeModal(form5, path("Form5"), [&] { form5.EditFromList(**newest, Form5::EditCaller::None); });
+    TakeModal(form5, path("Form5_F5"), [&] { form5.EditByKey(**newest); });
+    const auto logs = ListLogs(logbook.Store());
+    TakeModal(
+        program.windows.OpenLog(), path("Form3"), [&] { static_cast<void>(program.windows.OpenLog().Choose(*logs)); });
+    TakeModal(program.windows.About(), path("Form10"), [&] { program.windows.About().ShowModal(); });
+    Form11 &form11 = program.windows.Satellites([] {});
+    TakeModal(form11, path("Form11"), [&] { form11.ShowEditor(); });
+    TakeModal(program.windows.Profiles(), path("Form16"), [&] { program.windows.Profiles().ShowProfiles(); });
 }
 
 } // namespace
@@ -123,7 +149,8 @@ int main(int argc, char **argv)
         Logbook logbook(folder.path(), files, clock);
         SetUpStation(logbook);
         Windows windows;
-        Program program{logbook, scheduler, dialogs, windows, [] {}, [](int) {}, [](const char *) {}, {}, false, false};
+        Program program{logbook, scheduler, dialogs, windows, [] { QApplication::processEvents(); }, [](int) {},
+            [](const char *) {}, {}, false, false};
         windows.SetProgram(program);
         program.dxcc.AddLine(u"LU;;Argentina");
         ApplyWindowTheme(dark ? Theme::Dark : Theme::Light);

@@ -90,7 +90,7 @@ int RunProgram(Application &application)
     if (!windows.Main().Load())
         return 1;
     windows.Main().show();
-    Mark("window-shown");
+    scheduler.WhenIdle([] { Mark("window-shown"); });
     return QCoreApplication::exec();
 }
 

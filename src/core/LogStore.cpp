@@ -151,11 +151,9 @@ Result<void> LogStore::Run(bool write, const std::function<void(Session &)> &wor
     try {
         Open(write);
         Session session(*connection_);
-        if (!write) {
-            work(session);
-            return {};
-        }
-        SQLite::Transaction transaction(connection_->database, SQLite::TransactionBehavior::IMMEDIATE);
+        // Reading in a transaction too: one lock for all statements instead of one for each, and the same state for all.
+        SQLite::Transaction transaction(connection_->database,
+            write ? SQLite::TransactionBehavior::IMMEDIATE : SQLite::TransactionBehavior::DEFERRED);
         work(session);
         transaction.commit();
         return {};

@@ -5,6 +5,7 @@
 #include "core/QsoRow.h"
 
 #include <QHash>
+#include <QMap>
 #include <QSet>
 
 const QsoColumns::Column QsoColumns::all[QsoColumns::count] = {{"Modo", &QsoRow::Modo}, {"Banda", &QsoRow::Banda},
@@ -70,9 +71,9 @@ QString CreateTable(const QString &table)
 
 // The first index carries what a page in the middle needs (which rows are QSOs, and the order of equal times), so
 // that it is found without touching the table.
-const QHash<QString, QString> &Indexes()
+const QMap<QString, QString> &Indexes()
 {
-    static const QHash<QString, QString> indexes{
+    static const QMap<QString, QString> indexes{
         {u"Tabla1_log"_qs,
             u"CREATE INDEX IF NOT EXISTS Tabla1_log ON Tabla1 (\"Nombre Log\", Fecha, Hora, id, Modo)"_qs},
         {u"Tabla1_estacion"_qs,
@@ -92,9 +93,9 @@ QString Count(const QString &row, const QString &step)
            "ON CONFLICT (\"Nombre Log\") DO UPDATE SET QSOs=QSOs+%2; "_qs.arg(row, step);
 }
 
-const QHash<QString, QString> &Triggers()
+const QMap<QString, QString> &Triggers()
 {
-    static const QHash<QString, QString> triggers{
+    static const QMap<QString, QString> triggers{
         {u"Tabla1_alta"_qs,
             u"CREATE TRIGGER IF NOT EXISTS Tabla1_alta AFTER INSERT ON Tabla1 WHEN NEW.Modo<>'' BEGIN "_qs
                 + Count(u"NEW"_qs, u"1"_qs) + u"END"_qs},

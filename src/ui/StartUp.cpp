@@ -128,6 +128,6 @@ void StartUp::SecondHalf()
     window_.SetArchivoMenu(false);
     window_.LoadLogPage(1);
     window_.SetArchivoMenu(true);
-    program_.mark("page-shown");
+    program_.scheduler.WhenIdle([this] { program_.mark("page-shown"); });
     care_.AfterFirstPage();
 }

@@ -25,7 +25,8 @@ bool Add(const char *name, Factory factory)
 
 int Run(int argc, char **argv)
 {
-    QStringList names, arguments{QString::fromLocal8Bit(argv[0])};
+    // Qt would attach a debugger to a crashed test and wait for it.
+    QStringList names, arguments{QString::fromLocal8Bit(argv[0]), u"-nocrashhandler"_qs};
     for (int i = 1; i < argc; ++i) {
         const QString argument = QString::fromLocal8Bit(argv[i]);
         (Factories().count(argument) ? names : arguments) << argument;

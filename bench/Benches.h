@@ -18,6 +18,9 @@ void BenchCountry(const BenchSetting &setting, ResultTable &table);
 // From the start of the process to the first page of the log.
 void BenchStart(const BenchSetting &setting, ResultTable &table);
 
+// The search window over a whole log: filling, looking for remarks, sorting.
+void BenchSearch(const BenchSetting &setting, ResultTable &table);
+
 inline constexpr qint64 smallLog = 1000;
 inline constexpr qint64 middleLog = 20020;
 inline constexpr qint64 largeLog = 1000000;

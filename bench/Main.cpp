@@ -22,6 +22,7 @@ constexpr Subject subjects[] = {
     {"calls", BenchCalls},
     {"country", BenchCountry},
     {"start", BenchStart},
+    {"search", BenchSearch},
 };
 
 QString SubjectNames()

@@ -151,7 +151,8 @@ Result<void> LogStore::Run(bool write, const std::function<void(Session &)> &wor
     try {
         Open(write);
         Session session(*connection_);
-        // Reading in a transaction too: one lock for all statements instead of one for each, and the same state for all.
+        // Reading in a transaction too: one lock for all statements instead of one for each, and the same state for
+        // all.
         SQLite::Transaction transaction(connection_->database,
             write ? SQLite::TransactionBehavior::IMMEDIATE : SQLite::TransactionBehavior::DEFERRED);
         work(session);

@@ -141,40 +141,72 @@ Result<void> SearchCursor::Next(std::vector<qint64> &ids)
     return {};
 }
 
-// Where a slice that begins behind last_ ends: at its last contact. Nothing when the log ends before.
+// A condition on the place of a row in the log, with the values bound to it.
+struct SearchCursor::Range {
+    QString sql;
+    std::vector<Key> keys;
+
+    void Add(const Key &key, const QString &comparison)
+    {
+        const QString columns = key.wholeDay ? u"Fecha%1?"_qs : u"(Fecha, Hora, id)%1(?, ?, ?)"_qs;
+        sql += u" AND "_qs + columns.arg(comparison);
+        keys.push_back(key);
+    }
+    int Bind(Query &query, int parameter) const
+    {
+        for (const Key &key : keys) {
+            query.Bind(++parameter, key.date);
+            if (key.wholeDay)
+                continue;
+            query.Bind(parameter + 1, key.time).Bind(parameter + 2, key.id);
+            parameter += 2;
+        }
+        return parameter;
+    }
+};
+
+// Where a slice that begins behind last_ ends: at its last contact. Nothing when the log ends before. Nulls, which only
+// foreign tools write, compare with nothing and come last: a day with a contact without a time is read to its end, and
+// those without a date with the last slice.
 std::optional<SearchCursor::Key> SearchCursor::SliceEnd(Session &session) const
 {
-    QString sql = u"SELECT Fecha, Hora, id FROM Tabla1 WHERE \"Nombre Log\"=?"_qs;
+    Range range;
     if (last_)
-        sql += u" AND (Fecha, Hora, id)<(?, ?, ?)"_qs;
-    sql += u" ORDER BY Fecha DESC, Hora DESC, id DESC LIMIT 1 OFFSET "_qs + QString::number(sliceRows - 1);
-    Query query = session.Prepare(sql);
+        range.Add(*last_, u"<"_qs);
+    Query query = session.Prepare(u"SELECT Fecha, Hora, id, Fecha IS NULL FROM Tabla1 WHERE \"Nombre Log\"=?"_qs
+        + range.sql + u" ORDER BY Fecha DESC, Hora DESC, id DESC LIMIT 1 OFFSET "_qs + QString::number(sliceRows - 1));
     query.Bind(1, logName_);
-    if (last_)
-        query.Bind(2, last_->date).Bind(3, last_->time).Bind(4, last_->id);
-    if (!query.Next())
+    range.Bind(query, 1);
+    if (!query.Next() || query.Number(3) != 0)
         return std::nullopt;
-    return Key{query.Text(0), query.Text(1), query.Number(2)};
+    Key end{query.Text(0), query.Text(1), query.Number(2)};
+    Query timeless =
+        session.Prepare(u"SELECT 1 FROM Tabla1 WHERE \"Nombre Log\"=? AND Fecha=? AND Hora IS NULL LIMIT 1"_qs);
+    timeless.Bind(1, logName_).Bind(2, end.date);
+    end.wholeDay = timeless.Next();
+    return end;
 }
 
 void SearchCursor::ReadSlice(Session &session, const std::optional<Key> &end, std::vector<qint64> &ids) const
 {
+    Range range;
+    if (last_)
+        range.Add(*last_, u"<"_qs);
+    if (end)
+        range.Add(*end, u">="_qs);
+    ReadRange(session, range, ids);
+    if (last_ && !end)
+        ReadRange(session, {u" AND Fecha IS NULL"_qs, {}}, ids);
+}
+
+void SearchCursor::ReadRange(Session &session, const Range &range, std::vector<qint64> &ids) const
+{
     QString sql = filters_.argentinesOnly ? u"SELECT id, Estacion, LdA"_qs : u"SELECT id"_qs;
     sql += u" FROM Tabla1 WHERE \"Nombre Log\"=? AND Modo<>''"_qs;
-    if (last_)
-        sql += u" AND (Fecha, Hora, id)<(?, ?, ?)"_qs;
-    if (end)
-        sql += u" AND (Fecha, Hora, id)>=(?, ?, ?)"_qs;
-    sql += where_ + u" ORDER BY Fecha DESC, Hora DESC, id DESC"_qs;
+    sql += range.sql + where_ + u" ORDER BY Fecha DESC, Hora DESC, id DESC"_qs;
     Query query = session.Prepare(sql);
-    int parameter = 0;
-    query.Bind(++parameter, logName_);
-    for (const std::optional<Key> &key : {last_, end}) {
-        if (!key)
-            continue;
-        query.Bind(parameter + 1, key->date).Bind(parameter + 2, key->time).Bind(parameter + 3, key->id);
-        parameter += 3;
-    }
+    query.Bind(1, logName_);
+    int parameter = range.Bind(query, 1);
     for (const QString &value : values_)
         query.Bind(++parameter, value);
     while (query.Next()) {

@@ -55,9 +55,12 @@ private:
     struct Key {
         QString date, time;
         qint64 id = 0;
+        bool wholeDay = false; // up to the end of the date; time and id say nothing
     };
+    struct Range;
     std::optional<Key> SliceEnd(Session &session) const;
     void ReadSlice(Session &session, const std::optional<Key> &end, std::vector<qint64> &ids) const;
+    void ReadRange(Session &session, const Range &range, std::vector<qint64> &ids) const;
     bool HasAnyRow(Session &session) const;
 
     LogStore &store_;

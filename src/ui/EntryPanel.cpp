@@ -259,7 +259,7 @@ QString EntryPanel::ZoneCaption() const { return ui_->Label11->text(); }
 
 void EntryPanel::ClearAfterStore(qint64 id)
 {
-    ui_->Label4->setText(QString::number(id));
+    RememberQso(id);
     ui_->Corresponsal->clear();
     if (!ui_->Check3->isChecked())
         ui_->Obs->clear();
@@ -273,6 +273,8 @@ std::optional<qint64> EntryPanel::LastId() const
     const QString id = ui_->Label4->text();
     return id.isEmpty() ? std::nullopt : std::optional(id.toLongLong());
 }
+
+void EntryPanel::RememberQso(qint64 id) { ui_->Label4->setText(QString::number(id)); }
 
 void EntryPanel::ForgetQso(qint64 id)
 {

@@ -79,6 +79,7 @@ public:
     void ClearAfterStore(qint64 id);
     // The contact entered last since the start, unless it was deleted since.
     std::optional<qint64> LastId() const;
+    void RememberQso(qint64 id);
     void ForgetQso(qint64 id);
     // Ctrl+W: empties call and grid.
     void WipeCall();

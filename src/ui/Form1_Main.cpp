@@ -9,6 +9,8 @@
 #include "ui/EntryPanel.h"
 #include "ui/Form10_About.h"
 #include "ui/Form11_Satellites.h"
+#include "ui/Form12_AdifImport.h"
+#include "ui/Form15_Backup.h"
 #include "ui/Form16_Profiles.h"
 #include "ui/Form17_CallQsos.h"
 #include "ui/Form2_Settings.h"
@@ -123,6 +125,8 @@ void Form1::ConnectMenu()
     menu_->On("conf", this, &Form1::OpenSettings);
     menu_->On("ppeerr", this, [this] { program_.windows.Profiles().ShowProfiles(); });
     menu_->On("eadif", this, [this] { program_.windows.Search().ShowSearch(); });
+    menu_->On("iadif", this, [this] { program_.windows.AdifImport().ShowImport(); });
+    menu_->On("badif", this, [this] { program_.windows.Backup().OpenBackupWindow(); });
     menu_->On("satel", this, &Form1::OpenSatellites);
     menu_->On("acerca", this, [this] { program_.windows.About().ShowModal(); });
     menu_->On("cumbres", this, &Form1::OpenSummits);
@@ -153,6 +157,8 @@ void Form1::LoadLogPage(qint64 firstRow) { list_->LoadLogPage(firstRow); }
 void Form1::ReloadPage() { list_->ReloadPage(); }
 
 qint64 Form1::QsoCountShown() const { return list_->QsoCountShown(); }
+
+void Form1::RememberQso(qint64 id) { entry_->RememberQso(id); }
 
 void Form1::ForgetQso(qint64 id) { entry_->ForgetQso(id); }
 
@@ -368,7 +374,10 @@ void Form1::OpenEditLast()
         dialogs().Message(this, u"No hay QSOs para Editar!"_qs);
         return;
     }
-    const auto row = QsoEdit::FindQso(program_.logbook.Store(), program_.logbook.LogInUse, entry_->LastId());
+    LogStore &store = program_.logbook.Store();
+    auto row = QsoEdit::FindQso(store, program_.logbook.LogInUse, entry_->LastId());
+    if (row && !*row) // gone, or in a log that was open before
+        row = QsoEdit::FindQso(store, program_.logbook.LogInUse, std::nullopt);
     if (!row)
         dialogs().Message(this, row.failure().text, Dialogs::Icon::Critical);
     else if (*row)

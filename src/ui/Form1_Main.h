@@ -40,6 +40,7 @@ public:
     qint64 QsoCountShown() const;
     // A deleted contact is no longer the last one entered.
     void ForgetQso(qint64 id);
+    void RememberQso(qint64 id);
     // What is going on, beside the lookup buttons; empty hides it.
     void ShowActivity(const QString &text);
     // While a command works that must not be started twice, or run beside another.

@@ -88,7 +88,8 @@ void Form5::EditFromList(const QsoRow &row, EditCaller caller)
     ShowRest(fields);
     ShowModes(QsoEdit::ModesForList(fields.mode), fields.mode);
     ui_->avisoF5->hide();
-    Open(fields);
+    stored_ = fields;
+    Open(ReadFields());
 }
 
 void Form5::EditByKey(const QsoRow &row)
@@ -99,7 +100,11 @@ void Form5::EditByKey(const QsoRow &row)
     ui_->avisoF5->setText(u"Abierto con F5: frecuencia, banda, grillas, satélite y referencias no son los de este QSO. "
                           "Al guardar se escribe en él lo que esos campos muestran."_qs);
     ui_->avisoF5->show();
-    Open(fields);
+    const EditFields shown = ReadFields();
+    EditFields stored = fields;
+    stored.date = shown.date;
+    stored.time = shown.time;
+    Open(stored);
 }
 
 void Form5::ShowCommon(const EditFields &fields)

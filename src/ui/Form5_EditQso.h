@@ -68,7 +68,9 @@ private:
 
     Program &program_;
     std::unique_ptr<Ui::Form5> ui_;
-    EditFields stored_; // the contact as the log holds it
+    // The contact as the log holds it, as far as the fields could take it: one that is shorter than a value cuts it,
+    // which is no change by the operator.
+    EditFields stored_;
     EditCaller caller_ = EditCaller::None;
     bool FillingEditWindow_ = false;
     QString warnedFrequency_;

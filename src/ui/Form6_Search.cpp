@@ -2,7 +2,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/Form6_Search.h"
 
+#include "interchange/AdifWriter.h"
 #include "logging/EntryRules.h"
+#include "ui/AdifExport.h"
 #include "ui/FieldFilter.h"
 #include "ui/Form1_Main.h"
 #include "ui/Form5_EditQso.h"
@@ -22,6 +24,7 @@ namespace {
 
 constexpr int blinkMilliseconds = 500;
 constexpr int idColumn = 1, bandColumn = 3;
+constexpr qsizetype exportBlock = 500;
 
 std::optional<QChar> CallPatternKey(QChar key)
 {
@@ -83,6 +86,7 @@ void Form6::Connect()
     connect(ui_->Check2, &QCheckBox::toggled, this, &Form6::ArgentinesTicked);
     connect(ui_->Command3, &QPushButton::clicked, this, &Form6::RunSearch);
     connect(ui_->Command4, &QPushButton::clicked, this, &Form6::ClearSearchFilters);
+    connect(ui_->Command1, &QPushButton::clicked, this, &Form6::ExportSearchResultsAdif);
     connect(ui_->Command7, &QPushButton::clicked, this, [this] { ui_->Frame5->hide(); });
     connect(ui_->ListView2->header(), &QHeaderView::sectionClicked, this, &Form6::SortBy);
     connect(ui_->ListView2, &QAbstractItemView::doubleClicked, this, &Form6::EditRow);
@@ -270,6 +274,51 @@ void Form6::EditRow(const QModelIndex &row)
     const QsoRow qso = model_.RowAt(editedRow_);
     if (qso.id != 0)
         program_.windows.EditQso().EditFromList(qso, Form5::EditCaller::Form6);
+}
+
+void Form6::ExportSearchResultsAdif()
+{
+    if (working_)
+        return;
+    const bool remarksAsQslMessage = dialogs().Ask(this, u"Desea usar el campo COMMENT como QSLMSG?"_qs);
+    if (model_.List().Size() == 0) {
+        dialogs().Message(this, u"No hay QSOs para exportar!"_qs);
+        return;
+    }
+    AdifExport command(program_, this);
+    const auto path = command.ChooseFile();
+    if (!path)
+        return;
+    SetWorking(true);
+    qsizetype place = 0;
+    const SearchList &list = model_.List();
+    const auto next = [&]() -> Result<QByteArray> {
+        QByteArray block;
+        while (block.isEmpty() && place < list.Size()) {
+            const Result<QList<QsoRow>> rows = list.Rows(place, exportBlock);
+            if (!rows)
+                return rows.failure();
+            for (const QsoRow &row : *rows)
+                if (row.id != 0) // one that has gone meanwhile
+                    block += AdifWriter::SearchRecord(SearchList::Texts(row, 0), remarksAsQslMessage);
+            place += rows->size();
+        }
+        return block;
+    };
+    bool complete = false;
+    {
+        Run run(program_.logbook.LongWork(), program_.processEvents, [this](qint64 done, qint64 all) {
+            ui_->ProgressBar2->setMaximum(int(all));
+            ui_->ProgressBar2->setValue(int(done));
+        });
+        complete = command.Write(*path, next, true, [&] { return run.Step(place, list.Size()); });
+    }
+    SetWorking(false);
+    ShowCount();
+    if (!complete)
+        return;
+    hide();
+    AdifExport(program_, parentWidget()).AskToView(*path);
 }
 
 void Form6::RefreshEditedRow()

@@ -64,6 +64,7 @@ private:
     void SatelliteTicked(bool on);
     void SortBy(int column);
     void EditRow(const QModelIndex &row);
+    void ExportSearchResultsAdif();
 
     Program &program_;
     std::unique_ptr<Ui::Form6> ui_;

@@ -4,9 +4,12 @@
 
 #include "ui/Form10_About.h"
 #include "ui/Form11_Satellites.h"
+#include "ui/Form12_AdifImport.h"
+#include "ui/Form15_Backup.h"
 #include "ui/Form16_Profiles.h"
 #include "ui/Form17_CallQsos.h"
 #include "ui/Form1_Main.h"
+#include "ui/Form21_PhoneImportHelp.h"
 #include "ui/Form2_Settings.h"
 #include "ui/Form3_OpenLog.h"
 #include "ui/Form5_EditQso.h"
@@ -46,4 +49,7 @@ Form11 &Windows::Satellites(std::function<void()> changed)
     return Made(form11_, program_->logbook, program_->dialogs, &Main(), std::move(changed));
 }
 Form16 &Windows::Profiles() { return Made(form16_, program_->logbook, program_->dialogs, &Main()); }
+Form12 &Windows::AdifImport() { return Made(form12_, *program_, &Main()); }
+Form15 &Windows::Backup() { return Made(form15_, *program_, &Main()); }
+Form21 &Windows::PhoneImportHelp(QWidget &owner) { return Made(form21_, program_->dialogs, &owner); }
 Form17 &Windows::CallQsos() { return Made(form17_, program_->dialogs, &Main()); }

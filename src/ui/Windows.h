@@ -13,8 +13,12 @@ class Form5;
 class Form6;
 class Form10;
 class Form11;
+class Form12;
+class Form15;
 class Form16;
 class Form17;
+class Form21;
+class QWidget;
 
 // Makes each window once, on first use, and keeps it until the program ends.
 class Windows {
@@ -33,8 +37,11 @@ public:
     Form10 &About();
     // `changed` is called after each change of the catalogue.
     Form11 &Satellites(std::function<void()> changed);
+    Form12 &AdifImport();
+    Form15 &Backup();
     Form16 &Profiles();
     Form17 &CallQsos();
+    Form21 &PhoneImportHelp(QWidget &owner);
 
 private:
     Program *program_ = nullptr;
@@ -45,6 +52,9 @@ private:
     std::unique_ptr<Form6> form6_;
     std::unique_ptr<Form10> form10_;
     std::unique_ptr<Form11> form11_;
+    std::unique_ptr<Form12> form12_;
+    std::unique_ptr<Form15> form15_;
     std::unique_ptr<Form16> form16_;
     std::unique_ptr<Form17> form17_;
+    std::unique_ptr<Form21> form21_;
 };

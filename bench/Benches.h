@@ -18,6 +18,10 @@ void BenchCountry(const BenchSetting &setting, ResultTable &table);
 // From the start of the process to the first page of the log.
 void BenchStart(const BenchSetting &setting, ResultTable &table);
 
+// The list of all logs with their counts.
+void BenchLogs(const BenchSetting &setting, ResultTable &table);
+// The checked copy of the database.
+void BenchCopy(const BenchSetting &setting, ResultTable &table);
 // The search window over a whole log: filling, looking for remarks, sorting.
 void BenchSearch(const BenchSetting &setting, ResultTable &table);
 

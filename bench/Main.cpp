@@ -22,7 +22,9 @@ constexpr Subject subjects[] = {
     {"calls", BenchCalls},
     {"country", BenchCountry},
     {"start", BenchStart},
+    {"logs", BenchLogs},
     {"search", BenchSearch},
+    {"copy", BenchCopy},
 };
 
 QString SubjectNames()

@@ -17,6 +17,8 @@
 
 const QString madeLogName = u"Log inicial"_qs;
 
+QString MadeLogName(int log) { return log == 0 ? madeLogName : QString(u"Log "_qs + QString::number(log)); }
+
 namespace {
 
 // Part of the names of cached files; to be raised whenever the maker makes other contacts than before.
@@ -82,7 +84,7 @@ QString GridOfStation(qint64 number)
     std::exit(2);
 }
 
-void FillLog(const QString &path, qint64 qsos)
+void FillLog(const QString &path, qint64 qsos, int logs)
 {
     LogStore store(path);
     if (const Result<void> made = store.CreateEmpty(); !made)
@@ -90,11 +92,12 @@ void FillLog(const QString &path, qint64 qsos)
     const Result<void> filled = store.Write([&](Session &session) {
         // Calls arrive in no order, so their whole index has to stay in memory.
         session.Execute(u"PRAGMA cache_size=-400000"_qs);
-        QsoTable::InsertLogMarker(session, madeLogName);
+        for (int log = 0; log < logs; ++log)
+            QsoTable::InsertLogMarker(session, MadeLogName(log));
         QsoMaker maker(qsos);
         for (qint64 i = 0; i < qsos; ++i) {
             QsoRow row = maker.Next();
-            row.NombreLog = madeLogName;
+            row.NombreLog = MadeLogName(static_cast<int>(i % logs));
             QsoTable::Insert(session, row);
         }
     });
@@ -217,13 +220,14 @@ NewQso EntryOf(const QsoRow &row)
     return qso;
 }
 
-QString MadeLog(const QString &cacheFolder, qint64 qsos)
+QString MadeLog(const QString &cacheFolder, qint64 qsos, int logs)
 {
     QStringList schema = Schema::CreateStatements();
     schema.sort(); // they come in no certain order
     const QByteArray print =
         QCryptographicHash::hash(schema.join(u'\n').toUtf8(), QCryptographicHash::Sha256).toHex().left(10);
-    const QString stem = u"log-"_qs + QString::number(qsos) + u'-';
+    const QString stem =
+        (logs == 1 ? u"log-"_qs : QString(u"logs"_qs + QString::number(logs) + u'-')) + QString::number(qsos) + u'-';
     const QString name = stem + QString::number(makerVersion) + u'-' + QString::fromLatin1(print) + u".mdb";
     QDir folder(cacheFolder);
     if (folder.exists(name))
@@ -232,7 +236,7 @@ QString MadeLog(const QString &cacheFolder, qint64 qsos)
     for (const QString &old : folder.entryList({stem + u'*'}, QDir::Files))
         folder.remove(old);
     const QString making = folder.filePath(name + u".making");
-    FillLog(making, qsos);
+    FillLog(making, qsos, logs);
     if (!QFile::rename(making, folder.filePath(name)))
         Fail(u"cannot rename "_qs + making);
     return folder.filePath(name);

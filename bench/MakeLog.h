@@ -42,13 +42,16 @@ private:
 // What an operator would have to type for this row.
 NewQso EntryOf(const QsoRow &row);
 
-// The name of the log that all contacts of a made database belong to.
+// The name of the log that all contacts of a made database belong to, or the first of its logs.
 extern const QString madeLogName;
+// The names of all of them, from 0.
+QString MadeLogName(int log);
 
 // The path of a database with `qsos` contacts, inserted in time order into a fresh file by the program's own schema and
 // write path. It is made when `cacheFolder` does not hold it for the present schema, and must not be changed: take a
-// copy for that. Ends the process with a message when it cannot be made.
-QString MadeLog(const QString &cacheFolder, qint64 qsos);
+// copy for that. With several logs the contacts go to them in turn. Ends the process with a message when it cannot be
+// made.
+QString MadeLog(const QString &cacheFolder, qint64 qsos, int logs = 1);
 
 // A copy of it, as `target`, for a work that writes.
 void CopyMadeLog(const QString &cacheFolder, qint64 qsos, const QString &target);

@@ -68,13 +68,18 @@ StoreCopy::~StoreCopy()
     if (check_.valid())
         check_.wait();
     if (stage_ != Stage::Done)
-        QFile::remove(making_);
+        Discard();
+}
+
+void StoreCopy::Discard()
+{
+    QFile::remove(making_);
+    QFile::remove(making_ + u"-journal"_qs); // the engine leaves it where the disk is in trouble
 }
 
 Result<void> StoreCopy::Begin()
 {
-    QFile::remove(making_);
-    QFile::remove(making_ + u"-journal"_qs);
+    Discard();
     if (const Result<void> open = store_.Read([](Session &) {}); !open)
         return open;
     work_ = std::make_unique<Work>(store_.connection_, making_);
@@ -123,7 +128,7 @@ Result<StoreCopy::Stage> StoreCopy::Step()
         return stage_;
     } catch (const SQLite::Exception &error) {
         work_.reset();
-        QFile::remove(making_);
+        Discard();
         return StoreFailure(error.getErrorCode(), target_, QString::fromUtf8(error.what()));
     }
 }

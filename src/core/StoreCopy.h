@@ -32,6 +32,7 @@ public:
 
 private:
     struct Work;
+    void Discard();
     Result<void> Begin();
     Result<void> CopyPages();
     Result<Stage> Finish();

@@ -5,6 +5,10 @@
 #include "core/Conversions.h"
 #include "logging/Provinces.h"
 
+#include <algorithm>
+#include <initializer_list>
+#include <variant>
+
 namespace {
 
 bool KeptByLda(SearchFilters::Lda wanted, const QString &lda)
@@ -85,13 +89,36 @@ QString CheckSearchDate(const QString &text)
     return u"Error en el formato de fecha!"_qs;
 }
 
-SearchCursor::SearchCursor(LogStore &store, QString logName, SearchFilters filters)
+// SQL that grows together with the values of its parameters.
+struct SearchCursor::Statement {
+    QString sql;
+    std::vector<std::variant<QString, qint64>> values;
+
+    void Add(const QString &more, std::initializer_list<std::variant<QString, qint64>> with = {})
+    {
+        sql += more;
+        values.insert(values.end(), with);
+    }
+    Query Prepare(Session &session) const
+    {
+        Query query = session.Prepare(sql);
+        int parameter = 0;
+        for (const auto &value : values)
+            std::visit([&](const auto &held) { query.Bind(++parameter, held); }, value);
+        return query;
+    }
+};
+
+SearchCursor::SearchCursor(LogStore &store, QString logName, SearchFilters filters, SearchSlices *slices)
     : store_(store)
     , logName_(std::move(logName))
     , filters_(std::move(filters))
+    , slices_(slices)
 {
+    if (slices_ && slices_->logName_ == logName_)
+        known_ = slices_->ends_;
     const auto add = [this](const QString &condition, const QString &value) {
-        where_ += u" AND "_qs + condition;
+        conditions_ << condition;
         values_ << value;
     };
     for (const PatternFilter &pattern : patterns)
@@ -102,15 +129,15 @@ SearchCursor::SearchCursor(LogStore &store, QString logName, SearchFilters filte
     for (const TickFilter &tick : Ticks())
         for (const char16_t *column : tick.columns)
             if (filters_.*tick.tick)
-                where_ += u" AND "_qs + QString::fromUtf16(column) + u"<>''"_qs;
+                conditions_ << QString(QString::fromUtf16(column) + u"<>''");
     if (filters_.satellite)
-        where_ += u" AND Nombre_Sat<>''"_qs;
-    if (const auto date = Conversions::ParseDate(filters_.from))
-        add(u"Fecha>=?"_qs, Conversions::StoredDate(filters_.from));
+        conditions_ << u"Nombre_Sat<>''"_qs;
+    if (Conversions::ParseDate(filters_.from))
+        from_ = Conversions::StoredDate(filters_.from);
     else if (!filters_.from.isEmpty())
         badDate_ = BadDate::From;
-    if (const auto date = Conversions::ParseDate(filters_.to))
-        add(u"Fecha<=?"_qs, Conversions::StoredDate(filters_.to));
+    if (Conversions::ParseDate(filters_.to))
+        to_ = Conversions::StoredDate(filters_.to);
     else if (!filters_.to.isEmpty() && badDate_ == BadDate::None)
         badDate_ = BadDate::To;
 }
@@ -129,8 +156,10 @@ Result<void> SearchCursor::Next(std::vector<qint64> &ids)
     std::optional<Key> end;
     const size_t before = ids.size();
     const Result<void> read = store_.Read([&](Session &session) {
-        end = SliceEnd(session);
+        end = known_ ? KnownEnd() : SliceEnd(session);
         ReadSlice(session, end, ids);
+        if (!end && !from_ && !to_)
+            ReadUndated(session, ids);
     });
     if (!read) {
         ids.resize(before);
@@ -138,92 +167,105 @@ Result<void> SearchCursor::Next(std::vector<qint64> &ids)
     }
     last_ = end;
     atEnd_ = !end;
+    if (end)
+        passed_.push_back(*end);
+    else if (slices_ && !known_ && !from_ && !to_)
+        *slices_ = SearchSlices(logName_, std::move(passed_));
     return {};
 }
 
-// A condition on the place of a row in the log, with the values bound to it.
-struct SearchCursor::Range {
-    QString sql;
-    std::vector<Key> keys;
+// Rows of the log by date, from `oldest` to the date that the cursor has reached, in both cases with the whole date.
+SearchCursor::Statement SearchCursor::SelectDates(const QString &columns, const QString &oldest) const
+{
+    Statement select{u"SELECT "_qs + columns + u" FROM Tabla1 WHERE \"Nombre Log\"=? AND Fecha>=?", {logName_, oldest}};
+    if (last_ && !(to_ && *to_ < last_->date))
+        select.Add(u" AND Fecha<=?"_qs, {last_->date});
+    else if (to_)
+        select.Add(u" AND Fecha<=?"_qs, {*to_});
+    return select;
+}
 
-    void Add(const Key &key, const QString &comparison)
-    {
-        const QString columns = key.wholeDay ? u"Fecha%1?"_qs : u"(Fecha, Hora, id)%1(?, ?, ?)"_qs;
-        sql += u" AND "_qs + columns.arg(comparison);
-        keys.push_back(key);
-    }
-    int Bind(Query &query, int parameter) const
-    {
-        for (const Key &key : keys) {
-            query.Bind(++parameter, key.date);
-            if (key.wholeDay)
-                continue;
-            query.Bind(parameter + 1, key.time).Bind(parameter + 2, key.id);
-            parameter += 2;
-        }
-        return parameter;
-    }
-};
+void SearchCursor::AddFilters(Statement &select) const
+{
+    select.Add(conditions_.isEmpty() ? u"1"_qs : conditions_.join(u" AND "_qs));
+    for (const QString &value : values_)
+        select.Add({}, {value});
+}
 
-// Where a slice that begins behind last_ ends: at its last contact. Nothing when the log ends before. Nulls, which only
-// foreign tools write, compare with nothing and come last: a day with a contact without a time is read to its end, and
-// those without a date with the last slice.
+// What Keep wants to know of a row. Without the call the index alone answers.
+QString SearchCursor::KeptColumns() const { return filters_.argentinesOnly ? u"id, Estacion, LdA"_qs : u"id"_qs; }
+
+std::optional<SearchCursor::Key> SearchCursor::KnownEnd() const
+{
+    if (passed_.size() >= known_->size() || (from_ && (*known_)[passed_.size()].date < *from_))
+        return std::nullopt;
+    return (*known_)[passed_.size()];
+}
+
+// Where a slice that begins behind last_ ends: at its last contact. Nothing when the log ends before. The place is
+// counted from the beginning of last_'s date, which spares the index a comparison of every row.
 std::optional<SearchCursor::Key> SearchCursor::SliceEnd(Session &session) const
 {
-    Range range;
-    if (last_)
-        range.Add(*last_, u"<"_qs);
-    Query query = session.Prepare(u"SELECT Fecha, Hora, id, Fecha IS NULL FROM Tabla1 WHERE \"Nombre Log\"=?"_qs
-        + range.sql + u" ORDER BY Fecha DESC, Hora DESC, id DESC LIMIT 1 OFFSET "_qs + QString::number(sliceRows - 1));
-    query.Bind(1, logName_);
-    range.Bind(query, 1);
-    if (!query.Next() || query.Number(3) != 0)
+    Statement place = SelectDates(u"Fecha, Hora, id"_qs, from_.value_or(u""_qs));
+    place.Add(u" ORDER BY Fecha DESC, Hora DESC, id DESC LIMIT 1 OFFSET ?"_qs,
+        {sliceRows - 1 + (last_ ? last_->ofItsDate : 0)});
+    Query query = place.Prepare(session);
+    if (!query.Next())
         return std::nullopt;
     Key end{query.Text(0), query.Text(1), query.Number(2)};
-    Query timeless =
-        session.Prepare(u"SELECT 1 FROM Tabla1 WHERE \"Nombre Log\"=? AND Fecha=? AND Hora IS NULL LIMIT 1"_qs);
-    timeless.Bind(1, logName_).Bind(2, end.date);
-    end.wholeDay = timeless.Next();
+    const Statement count{u"SELECT count(*) FROM Tabla1 WHERE \"Nombre Log\"=? AND Fecha=? "
+                          "AND (coalesce(Hora,''), id)>=(?, ?)"_qs,
+        {logName_, end.date, end.time, end.id}};
+    Query counted = count.Prepare(session);
+    end.ofItsDate = counted.Next() ? counted.Number(0) : 0;
     return end;
 }
 
+// The dates bound the slice, by the index; where in them it begins and ends is asked last, of rows that the filters
+// keep. It is read from its oldest row on and turned round: rows lie in the file as they were entered, and the engine
+// reaches the next one faster than the one before.
 void SearchCursor::ReadSlice(Session &session, const std::optional<Key> &end, std::vector<qint64> &ids) const
 {
-    Range range;
+    Statement slice = SelectDates(KeptColumns(), end ? end->date : from_.value_or(u""_qs));
+    slice.Add(u" AND Modo<>'' AND CASE WHEN "_qs);
+    AddFilters(slice);
+    slice.Add(u" THEN 1"_qs);
     if (last_)
-        range.Add(*last_, u"<"_qs);
+        slice.Add(u" AND (Fecha, coalesce(Hora,''), id)<(?, ?, ?)"_qs, {last_->date, last_->time, last_->id});
     if (end)
-        range.Add(*end, u">="_qs);
-    ReadRange(session, range, ids);
-    if (last_ && !end)
-        ReadRange(session, {u" AND Fecha IS NULL"_qs, {}}, ids);
+        slice.Add(u" AND (Fecha, coalesce(Hora,''), id)>=(?, ?, ?)"_qs, {end->date, end->time, end->id});
+    slice.Add(u" END ORDER BY Fecha, Hora, id"_qs);
+    const auto first = qsizetype(ids.size());
+    Keep(slice.Prepare(session), ids);
+    std::reverse(ids.begin() + first, ids.end());
 }
 
-void SearchCursor::ReadRange(Session &session, const Range &range, std::vector<qint64> &ids) const
+// Rows of foreign origin may lack the date; they are the oldest.
+void SearchCursor::ReadUndated(Session &session, std::vector<qint64> &ids) const
 {
-    QString sql = filters_.argentinesOnly ? u"SELECT id, Estacion, LdA"_qs : u"SELECT id"_qs;
-    sql += u" FROM Tabla1 WHERE \"Nombre Log\"=? AND Modo<>''"_qs;
-    sql += range.sql + where_ + u" ORDER BY Fecha DESC, Hora DESC, id DESC"_qs;
-    Query query = session.Prepare(sql);
-    query.Bind(1, logName_);
-    int parameter = range.Bind(query, 1);
-    for (const QString &value : values_)
-        query.Bind(++parameter, value);
-    while (query.Next()) {
-        if (filters_.argentinesOnly
-            && (ArgentineProvince(query.Text(1)).isEmpty() || !KeptByLda(filters_.lda, query.Text(2))))
-            continue;
-        ids.push_back(query.Number(0));
-    }
+    Statement undated{
+        u"SELECT "_qs + KeptColumns() + u" FROM Tabla1 WHERE \"Nombre Log\"=? AND Fecha IS NULL AND Modo<>'' AND ",
+        {logName_}};
+    AddFilters(undated);
+    undated.Add(u" ORDER BY Hora DESC, id DESC"_qs);
+    Keep(undated.Prepare(session), ids);
+}
+
+void SearchCursor::Keep(Query query, std::vector<qint64> &ids) const
+{
+    while (query.Next())
+        if (!filters_.argentinesOnly
+            || (!ArgentineProvince(query.Text(1)).isEmpty() && KeptByLda(filters_.lda, query.Text(2))))
+            ids.push_back(query.Number(0));
 }
 
 bool SearchCursor::HasAnyRow(Session &session) const
 {
-    Query query =
-        session.Prepare(u"SELECT 1 FROM Tabla1 WHERE \"Nombre Log\"=? AND Modo<>''"_qs + where_ + u" LIMIT 1"_qs);
-    int parameter = 0;
-    query.Bind(++parameter, logName_);
-    for (const QString &value : values_)
-        query.Bind(++parameter, value);
-    return query.Next();
+    Statement any{u"SELECT 1 FROM Tabla1 WHERE \"Nombre Log\"=? AND Modo<>'' AND "_qs, {logName_}};
+    AddFilters(any);
+    for (const auto &[operation, date] : {std::pair(u">"_qs, from_), std::pair(u"<"_qs, to_)})
+        if (date)
+            any.Add(u" AND Fecha"_qs + operation + u"=?", {*date});
+    any.Add(u" LIMIT 1"_qs);
+    return any.Prepare(session).Next();
 }

@@ -39,6 +39,45 @@ QString ShownText(int subItem, const QString &stored)
     }
 }
 
+using Numbers = std::vector<std::uint32_t>;
+
+// Merges two neighbouring sorted runs, [first, middle) and [middle, end), into the same places of `target`.
+template <typename Before>
+bool MergeInSteps(
+    const Numbers &source, Numbers &target, size_t first, size_t middle, size_t end, Before before, Run &run)
+{
+    size_t left = first, right = middle;
+    for (size_t at = first; at < end; ++at) {
+        const bool takesRight = left == middle || (right < end && before(source[right], source[left]));
+        target[at] = source[takesRight ? right++ : left++];
+        if (at % sortSlice == 0 && !run.Step(0))
+            return false;
+    }
+    return true;
+}
+
+// A stable sort that lets events through; false when it was stopped.
+template <typename Before>
+bool SortInSteps(Numbers &numbers, Before before, Run &run)
+{
+    for (size_t at = 0; at < numbers.size(); at += sortSlice) {
+        const auto from = numbers.begin() + qsizetype(at);
+        std::stable_sort(from, from + qsizetype(std::min(sortSlice, numbers.size() - at)), before);
+        if (!run.Step(0))
+            return false;
+    }
+    Numbers merged(numbers.size());
+    for (size_t width = sortSlice; width < numbers.size(); width *= 2) {
+        for (size_t at = 0; at < numbers.size(); at += 2 * width) {
+            const size_t middle = std::min(at + width, numbers.size()), end = std::min(at + 2 * width, numbers.size());
+            if (!MergeInSteps(numbers, merged, at, middle, end, before, run))
+                return false;
+        }
+        numbers.swap(merged);
+    }
+    return true;
+}
+
 } // namespace
 
 // The texts to sort by, in one block of memory, by running number.
@@ -129,20 +168,22 @@ void SearchList::ReadKeys(Session &session, int subItem, const std::vector<std::
 Result<void> SearchList::CollectKeys(int subItem, Run &run, Keys &keys) const
 {
     keys.places.resize(ids_.size());
-    if (subItem <= 1) {
-        for (const std::uint32_t number : order_)
-            keys.Set(number, QString::number(subItem == 0 ? qint64(number) + 1 : ids_[number]));
-        return {};
-    }
     // The table is read in the order of its ids, whatever the order of the list.
     std::vector<std::uint32_t> byId(order_);
-    std::sort(byId.begin(), byId.end(), [this](auto a, auto b) { return ids_[a] < ids_[b]; });
+    const auto before = [this](std::uint32_t a, std::uint32_t b) { return ids_[a] < ids_[b]; };
+    if (subItem > 1 && !SortInSteps(byId, before, run))
+        return Stopped();
     for (size_t at = 0; at < byId.size(); at += scanSlice) {
         const auto from = byId.begin() + qsizetype(at);
         const std::vector<std::uint32_t> slice(from, from + qsizetype(std::min(scanSlice, byId.size() - at)));
-        const Result<void> read = store_.Read([&](Session &session) { ReadKeys(session, subItem, slice, keys); });
-        if (!read)
+        if (subItem <= 1) {
+            for (const std::uint32_t number : slice)
+                keys.Set(number, QString::number(subItem == 0 ? qint64(number) + 1 : ids_[number]));
+        } else if (const Result<void> read =
+                       store_.Read([&](Session &session) { ReadKeys(session, subItem, slice, keys); });
+                   !read) {
             return read;
+        }
         if (!run.Step(qint64(at), qint64(byId.size())))
             return Stopped();
     }
@@ -157,24 +198,9 @@ Result<void> SearchList::Sort(int subItem, bool ascending, Run &run)
     const auto before = [&](std::uint32_t a, std::uint32_t b) {
         return ascending ? keys.At(a) < keys.At(b) : keys.At(b) < keys.At(a);
     };
-    std::vector<std::uint32_t> sorted(order_), merged(order_.size());
-    for (size_t at = 0; at < sorted.size(); at += sortSlice) {
-        const auto from = sorted.begin() + qsizetype(at);
-        std::stable_sort(from, from + qsizetype(std::min(sortSlice, sorted.size() - at)), before);
-        if (!run.Step(0))
-            return Stopped();
-    }
-    for (size_t width = sortSlice; width < sorted.size(); width *= 2) {
-        for (size_t at = 0; at < sorted.size(); at += 2 * width) {
-            const auto from = sorted.begin() + qsizetype(at);
-            const auto middle = sorted.begin() + qsizetype(std::min(at + width, sorted.size()));
-            const auto end = sorted.begin() + qsizetype(std::min(at + 2 * width, sorted.size()));
-            std::merge(from, middle, middle, end, merged.begin() + qsizetype(at), before);
-            if (!run.Step(0))
-                return Stopped();
-        }
-        sorted.swap(merged);
-    }
+    std::vector<std::uint32_t> sorted(order_);
+    if (!SortInSteps(sorted, before, run))
+        return Stopped();
     order_ = std::move(sorted);
     return {};
 }

@@ -6,8 +6,8 @@
 #include "core/FieldMemory.h"
 #include "logging/BandPlan.h"
 #include "logging/CallInfo.h"
-#include "logging/EntryTime.h"
 #include "ui/Choice.h"
+#include "ui/EntryClock.h"
 #include "ui/FieldFilter.h"
 #include "ui/Program.h"
 #include "ui/Theme.h"
@@ -37,6 +37,7 @@ EntryPanel::EntryPanel(Program &program, QWidget *parent)
     , ui_(std::make_unique<Ui::EntryPanel>())
 {
     ui_->setupUi(this);
+    clock_ = new EntryClock(program, {ui_->Check1, ui_->Label11, ui_->Fecha, ui_->Hora}, this);
     for (QLabel *label : {ui_->Label2, ui_->Label3, ui_->Label8})
         MarkAccent(label);
     // These act and give the focus back at once, so a click must not count as leaving the field.
@@ -49,7 +50,6 @@ EntryPanel::EntryPanel(Program &program, QWidget *parent)
     kept.setRetainSizeWhenHidden(true);
     ui_->activador->setSizePolicy(kept);
     ui_->activador->hide();
-    ui_->Label11->hide();
     ui_->Label20->hide();
     AttachFilters();
     Connect();
@@ -75,7 +75,7 @@ void EntryPanel::Connect()
 {
     connect(ui_->Corresponsal, &QLineEdit::textChanged, this, &EntryPanel::CallChanged);
     connect(ui_->Text1, &QLineEdit::textEdited, this, [this](const QString &text) {
-        if (text.size() == 3 && clockRunning_)
+        if (text.size() == 3 && clock_->Running())
             ui_->Obs->setFocus();
     });
     connect(ui_->Text2, &QLineEdit::textEdited, this, &EntryPanel::GridChanged);
@@ -92,7 +92,10 @@ void EntryPanel::Connect()
 void EntryPanel::ConnectChecks()
 {
     Configuration &configuration = program_.logbook.configuration;
-    connect(ui_->Check1, &QCheckBox::clicked, this, &EntryPanel::QtrManualChanged);
+    connect(clock_, &EntryClock::ManualClicked, this, [this] {
+        ui_->Corresponsal->setFocus();
+        SaveFieldMemory();
+    });
     connect(ui_->Check2, &QCheckBox::clicked, this, &EntryPanel::ViaSatelliteClicked);
     connect(ui_->Check3, &QCheckBox::clicked, this, &EntryPanel::FocusCorresponsal);
     connect(ui_->Check3, &QCheckBox::toggled, this, [&configuration](bool on) { configuration.NoBorrar = on; });
@@ -104,10 +107,6 @@ void EntryPanel::ConnectChecks()
         [&configuration](const QString &text) { configuration.MySOTA = text; });
     connect(ui_->MY_POTA, &QLineEdit::textChanged, this,
         [&configuration](const QString &text) { configuration.MyPOTA = text; });
-    connect(ui_->Label11, &QPushButton::clicked, this, [this] {
-        ui_->Label11->setText(ui_->Label11->text() == u"LU" ? u"UTC"_qs : u"LU"_qs);
-        FillTime();
-    });
 }
 
 void EntryPanel::PlaceCaller(QWidget *caller) { ui_->lugarLlamador->addWidget(caller); }
@@ -121,7 +120,6 @@ void EntryPanel::FillLists()
     Choice::Show(ui_->mhz, u"3"_qs);
     ui_->Combo2->addItems(BandPlan::EntryBands());
     ui_->Combo2->setCurrentText(u"80m"_qs);
-    ui_->Label11->setText(u"LU"_qs);
     ui_->RSE->setText(u"59"_qs);
     ui_->RSR->setText(u"59"_qs);
 }
@@ -138,8 +136,7 @@ void EntryPanel::RestoreFieldMemory()
     if (memory.band)
         ui_->Label7->setText(*memory.band);
     if (memory.qtrManual) {
-        ui_->Check1->setChecked(*memory.qtrManual);
-        QtrManualChanged();
+        clock_->SetManual(*memory.qtrManual);
     }
 }
 
@@ -252,7 +249,9 @@ NewQso EntryPanel::ReadQso() const
     return qso;
 }
 
-bool EntryPanel::QtrManual() const { return ui_->Check1->isChecked(); }
+bool EntryPanel::ClockRunning() const { return clock_->Running(); }
+
+bool EntryPanel::QtrManual() const { return clock_->IsManual(); }
 bool EntryPanel::ViaSatellite() const { return ui_->Check2->isChecked(); }
 bool EntryPanel::ZoneVisible() const { return !ui_->Label11->isHidden(); }
 QString EntryPanel::ZoneCaption() const { return ui_->Label11->text(); }
@@ -374,16 +373,7 @@ void EntryPanel::Left(QWidget *field)
     }
 }
 
-void EntryPanel::Tick()
-{
-    clockRunning_ = true;
-    if (ui_->Check1->isChecked())
-        return;
-    const EntryTime::DateAndTime now =
-        EntryTime::ClockFields(program_.logbook.ClockInUse().Now(), program_.logbook.configuration.DiferUTC);
-    Window::SetTextKeepingFocus(ui_->Fecha, now.fecha);
-    Window::SetTextKeepingFocus(ui_->Hora, now.hora);
-}
+void EntryPanel::Tick() { clock_->Tick(); }
 
 void EntryPanel::CallChanged()
 {
@@ -474,28 +464,6 @@ void EntryPanel::MegahertzClicked()
     if (const QString warning = UpdateBand(); !warning.isEmpty())
         program_.dialogs.Message(this, warning);
     ui_->Corresponsal->setFocus();
-}
-
-void EntryPanel::FillTime()
-{
-    const QDateTime now = program_.logbook.ClockInUse().Now();
-    const EntryTime::DateAndTime shown = ui_->Label11->text() == u"LU"
-        ? EntryTime::LocalFields(now)
-        : EntryTime::ClockFields(now, program_.logbook.configuration.DiferUTC);
-    ui_->Fecha->setText(shown.fecha);
-    ui_->Hora->setText(shown.hora);
-}
-
-void EntryPanel::QtrManualChanged()
-{
-    const bool manual = ui_->Check1->isChecked();
-    ui_->Label11->setVisible(manual);
-    if (manual)
-        FillTime();
-    if (!clockRunning_)
-        return;
-    ui_->Corresponsal->setFocus();
-    SaveFieldMemory();
 }
 
 void EntryPanel::ShowActivation() { ui_->activador->setVisible(ui_->Check4->isChecked()); }

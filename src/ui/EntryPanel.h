@@ -12,6 +12,7 @@
 #include <optional>
 
 struct Program;
+class EntryClock;
 class QLineEdit;
 namespace Ui {
 class EntryPanel;
@@ -47,7 +48,7 @@ public:
     // The number of the entry field that had the focus last, 1 to 8.
     int EntryField() const { return entryField_; }
     // Until the first tick of the clock nothing moves the focus or writes a file.
-    bool ClockRunning() const { return clockRunning_; }
+    bool ClockRunning() const;
 
     // The recorded CQ has its place at the end of the bottom line.
     void PlaceCaller(QWidget *caller);
@@ -124,15 +125,13 @@ private:
     void ShowBand();
     void ModeClicked();
     void MegahertzClicked();
-    void FillTime();
-    void QtrManualChanged();
     void ShowActivation();
     void SetFrequency(const QString &mhz, const QString &khz);
 
     Program &program_;
     std::unique_ptr<Ui::EntryPanel> ui_;
+    EntryClock *clock_ = nullptr;
     int entryField_ = 1;
-    bool clockRunning_ = false;
     QString grid_; // the grid before the present change
     QString warnedFrequency_; // the out-of-band value that was told last
     struct Saved {

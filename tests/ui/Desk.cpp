@@ -295,6 +295,17 @@ void Desk::Click(const QString &name) const
     QCoreApplication::processEvents();
 }
 
+void Desk::DoubleClick(const QString &name, int row) const
+{
+    auto *list = Find<QAbstractItemView>(name);
+    QModelIndex index = list->model()->index(row, 0);
+    while (list->visualRect(index).isEmpty()) // a hidden column
+        index = index.siblingAtColumn(index.column() + 1);
+    const QPoint place = list->visualRect(index).center();
+    QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, place);
+    QTest::mouseDClick(list->viewport(), Qt::LeftButton, {}, place);
+}
+
 void Desk::Choose(const QString &name, const QString &entry) const
 {
     auto *combo = Find<QComboBox>(name);
@@ -338,10 +349,11 @@ void Desk::Contact(const QString &call) const
 void Desk::InModal(const std::function<void()> &open, const std::function<void()> &act) const
 {
     bool acted = false, leftOpen = false;
+    const QPointer<QWidget> before(QApplication::activeModalWidget());
     QTimer poll;
     QObject::connect(&poll, &QTimer::timeout, &poll, [&] {
         const QPointer<QWidget> modal(QApplication::activeModalWidget());
-        if (acted || !modal || !modal->isVisible())
+        if (acted || !modal || modal == before || !modal->isVisible())
             return;
         acted = true;
         poll.stop();

@@ -80,6 +80,8 @@ public:
     void Hold(int key, int repeats) const;
     void Type(const QString &text) const;
     void Click(const QString &name) const;
+    // Double-clicks a row of a list, by its number from 0.
+    void DoubleClick(const QString &name, int row) const;
     // Takes an entry out of the open list of a combo box.
     void Choose(const QString &name, const QString &entry) const;
     // Clicks into a field, selects what it holds and types over it.

@@ -1,0 +1,101 @@
+// SPDX-FileCopyrightText: 2026 The Tordillo Compact authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "SomeQsos.h"
+#include "core/Schema.h"
+#include "logging/LogNames.h"
+#include "support/RawDatabase.h"
+#include "support/TestRegistry.h"
+
+#include <QTemporaryDir>
+#include <QTest>
+
+class TestLogNames : public QObject {
+    Q_OBJECT
+
+    std::unique_ptr<QTemporaryDir> folder_;
+    std::unique_ptr<LogStore> store_;
+
+    QString Listed()
+    {
+        QStringList texts;
+        const Result<QList<LogEntry>> logs = ListLogs(*store_);
+        for (const LogEntry &entry : logs ? *logs : QList<LogEntry>())
+            texts << LogListText(entry);
+        return texts.join(u'|');
+    }
+    void Add(const QString &log, int count)
+    {
+        for (int i = 0; i < count; ++i)
+            QVERIFY(AddQso(*store_, log, SomeQsos::Numbered(i)));
+    }
+
+private Q_SLOTS:
+    void init()
+    {
+        folder_ = std::make_unique<QTemporaryDir>();
+        store_ = std::make_unique<LogStore>(folder_->filePath(u"base0.mdb"_qs));
+        QVERIFY(store_->CreateEmpty());
+    }
+
+    void LogsAreListedInOrderWithTheirCounts()
+    {
+        QCOMPARE(Listed(), QString());
+        for (const QString &log : {u"zorro"_qs, u"Éxito"_qs, u"ñandú"_qs, u"Ñ"_qs, u"abc"_qs, u"B (2)"_qs})
+            QVERIFY(CreateLog(*store_, log));
+        QVERIFY(CreateLog(*store_, u"abc"_qs)); // twice is once
+        Add(u"abc"_qs, 3);
+        Add(u"ABC"_qs, 1); // another tool's spelling of the same log
+        Add(u"Sin marca"_qs, 2);
+        QVERIFY(RawDatabase(store_->Path()).Run("INSERT INTO Tabla1 (Modo) VALUES('CW')")); // belongs to no log
+        QCOMPARE(Listed(),
+            u"abc (4 QSOs)|B (2) (0 QSOs)|Sin marca (2 QSOs)|zorro (0 QSOs)|Éxito (0 QSOs)|Ñ (0 QSOs)|"
+            "ñandú (0 QSOs)"_qs);
+    }
+
+    void NamesAreTheSameInAnyCase()
+    {
+        QCOMPARE(CleanLogName(u"'Log d'or'"_qs), u"Log dor"_qs);
+        const QList<LogEntry> logs{{u"ABC"_qs, 0}, {u"Año (1)"_qs, 0}};
+        QCOMPARE(SameLog(logs, u"abc"_qs), u"ABC"_qs);
+        QCOMPARE(SameLog(logs, u"AÑO (1)"_qs), u"Año (1)"_qs);
+        QCOMPARE(SameLog(logs, u"Ano (1)"_qs), QString());
+        QCOMPARE(SameLog(logs, u"Año"_qs), QString());
+    }
+
+    void AnyNameWorks_data()
+    {
+        QTest::addColumn<QString>("name");
+        for (const QString &name : {u"a (b)"_qs, u"100%"_qs, u"a, b"_qs, u"Año ñ"_qs, u"a\"b"_qs, u"*"_qs, u"日本"_qs})
+            QTest::newRow(qPrintable(name)) << name;
+        QTest::newRow("long") << QString(300, u'ñ');
+    }
+    void AnyNameWorks()
+    {
+        QFETCH(QString, name);
+        Add(u"zz"_qs, 1);
+        QVERIFY(CreateLog(*store_, name));
+        QCOMPARE(*CountQsos(*store_, name), 0);
+        Add(name, 2);
+        QVERIFY(Listed().contains(name + u" (2 QSOs)"));
+        QCOMPARE(*DeleteLog(*store_, name), u"zz"_qs);
+        QCOMPARE(Listed(), u"zz (1 QSOs)"_qs);
+    }
+
+    void TheLogToOpenAfterADeletion()
+    {
+        Add(u"b"_qs, 2);
+        QVERIFY(CreateLog(*store_, u"A"_qs));
+        QVERIFY(CreateLog(*store_, u"C"_qs));
+        QCOMPARE(*DeleteLog(*store_, u"C"_qs), u"A"_qs);
+        QCOMPARE(*DeleteLog(*store_, u"a"_qs), u"b"_qs);
+        QCOMPARE(*DeleteLog(*store_, u"not there"_qs), u"b"_qs);
+        QCOMPARE(*DeleteLog(*store_, u"b"_qs), u"Base 1"_qs);
+        QCOMPARE(Listed(), QString()); // it has no row yet
+        QCOMPARE(RawDatabase(store_->Path()).Value("SELECT count(*) FROM Tabla1"), u"0"_qs);
+        Add(u"Base 1"_qs, 1);
+        QCOMPARE(Listed(), u"Base 1 (1 QSOs)"_qs);
+    }
+};
+
+TORDILLO_TEST(TestLogNames)
+#include "TestLogNames.moc"

@@ -1,0 +1,205 @@
+// SPDX-FileCopyrightText: 2026 The Tordillo Compact authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "SomeQsos.h"
+#include "core/QsoTable.h"
+#include "logging/QsoEdit.h"
+#include "support/RawDatabase.h"
+#include "support/TestRegistry.h"
+
+#include <QTemporaryDir>
+#include <QTest>
+
+using namespace SomeQsos;
+
+class TestQsoEdit : public QObject {
+    Q_OBJECT
+
+    std::unique_ptr<QTemporaryDir> folder_;
+    std::unique_ptr<LogStore> store_;
+
+    // A row as foreign programs leave them, with nothing in the form in which the window would write it.
+    void StoreForeignRow(const QByteArray &frequency = "14,25050")
+    {
+        QVERIFY(RawDatabase(store_->Path())
+                    .Run("INSERT INTO Tabla1 VALUES(NULL,'ssb ','20M',' lu9zzz','lu1abc/w','24/11/2026','9:05:59',"
+                         "'5','',' Ñandú  ','lu1aaa ','Log inicial','"
+                        + frequency
+                        + "','gf05ab12','fe46 ','2','SO-50  ',NULL,NULL,' lud/da-001 ','ar-1 ',NULL,'  lud/2')"));
+    }
+    QsoRow Row() const { return AllRows(*store_)->value(0); }
+    static EditFields Valid()
+    {
+        EditFields fields;
+        fields.station = u"LU9ZZZ"_qs;
+        fields.operatorCall = u"LU1AAA"_qs;
+        fields.call = u"CX1AA"_qs;
+        fields.mode = u"SSB"_qs;
+        fields.reportSent = fields.reportReceived = u"x"_qs; // the content is not looked at
+        return fields;
+    }
+
+private Q_SLOTS:
+    void init()
+    {
+        folder_ = std::make_unique<QTemporaryDir>();
+        store_ = std::make_unique<LogStore>(folder_->filePath(u"base0.mdb"_qs));
+        QVERIFY(store_->CreateEmpty());
+    }
+
+    void SavedUntouchedARowStaysByteForByte()
+    {
+        StoreForeignRow();
+        const EditFields fields = QsoEdit::FromRow(Row());
+        QCOMPARE(fields.date + u'|' + fields.time + u'|' + fields.mhz + u'|' + fields.khz + u'|' + fields.satellite
+                + u'|' + fields.SOTA,
+            u"24/11/2026|09:05|14|2505|SO-50|lud/da-001"_qs);
+        QsoRow expected = Row();
+        expected.LdA.clear();
+        expected.Argento = u"Chubut"_qs;
+        QVERIFY(*QsoEdit::UpdateQso(*store_, fields, fields));
+        QVERIFY(Row() == expected);
+        QCOMPARE(RawDatabase(store_->Path()).Value("SELECT typeof(Perfil)||typeof(Argento)||quote(LdA) FROM Tabla1"),
+            u"nulltext''"_qs);
+    }
+
+    void SavingRewritesWhatItsRulesSay_data()
+    {
+        QTest::addColumn<QByteArray>("frequency");
+        QTest::addColumn<QString>("band");
+        QTest::newRow("23 cm by the name of this window") << QByteArray("1267,100") << u"23m"_qs;
+        QTest::newRow("no other band, right or wrong") << QByteArray("7.050") << u"20M"_qs;
+        QTest::newRow("nothing") << QByteArray() << u"20M"_qs;
+    }
+    void SavingRewritesWhatItsRulesSay()
+    {
+        QFETCH(QByteArray, frequency);
+        StoreForeignRow(frequency);
+        QVERIFY(RawDatabase(store_->Path()).Run("UPDATE Tabla1 SET Obs='d''or', Nombre_Sat='so-50'"));
+        const EditFields fields = QsoEdit::FromRow(Row());
+        QVERIFY(*QsoEdit::UpdateQso(*store_, fields, fields));
+        QTEST(Row().Banda, "band");
+        QCOMPARE(Row().Frecuencia, QString::fromLatin1(frequency));
+        QCOMPARE(Row().Obs, u"dor"_qs);
+        QCOMPARE(Row().Nombre_Sat, u"SO-50"_qs);
+    }
+
+    void EachFieldWritesItsOwnColumn()
+    {
+        struct Change {
+            QString EditFields::*field;
+            QString typed;
+            QString QsoRow::*column;
+            QString stored;
+        };
+        using E = EditFields;
+        using R = QsoRow;
+        const Change changes[] = {{&E::station, u"LU8AAA"_qs, &R::MyCall, u"LU8AAA"_qs},
+            {&E::call, u"LU2ABC"_qs, &R::Estacion, u"LU2ABC"_qs}, {&E::operatorCall, {}, &R::Operador, {}},
+            {&E::date, u"01/02/2027"_qs, &R::Fecha, u"2027-02-01"_qs},
+            {&E::time, u"23:59"_qs, &R::Hora, u"23:59:00"_qs}, {&E::reportSent, u"59"_qs, &R::RSE, u"59"_qs},
+            {&E::reportReceived, u" 57"_qs, &R::RSR, u" 57"_qs},
+            {&E::remarks, u" O'Hi'ggins\";-- "_qs, &R::Obs, u" OHiggins\";-- "_qs},
+            {&E::mhz, u"7"_qs, &R::Frecuencia, u"7.2505"_qs}, {&E::khz, u"090"_qs, &R::Frecuencia, u"14.090"_qs},
+            {&E::band, u"40m"_qs, &R::Banda, u"40m"_qs}, {&E::mode, u"CW"_qs, &R::Modo, u"CW"_qs},
+            {&E::ownGrid, u"GF05AB"_qs, &R::MiGrid, u"GF05AB"_qs}, {&E::grid, {}, &R::SuGrid, {}},
+            {&E::satellite, u"ao-7"_qs, &R::Nombre_Sat, u"AO-7"_qs}, {&E::SOTA, u" A "_qs, &R::SOTA, u"A"_qs},
+            {&E::POTA, u" B "_qs, &R::POTA, u"B"_qs}, {&E::MYSOTA, u" C "_qs, &R::MYSOTA, u"C"_qs},
+            {&E::IOTA, u" D "_qs, &R::IOTA, u"D"_qs}};
+        for (const Change &change : changes) {
+            QVERIFY(RawDatabase(store_->Path()).Run("DELETE FROM Tabla1"));
+            StoreForeignRow("14.2505");
+            QsoRow expected = Row();
+            const EditFields shown = QsoEdit::FromRow(expected);
+            EditFields fields = shown;
+            fields.*change.field = change.typed;
+            QVERIFY(*QsoEdit::UpdateQso(*store_, fields, shown));
+            expected.LdA.clear();
+            expected.Argento = change.column == &R::Estacion ? u"Capital"_qs : u"Chubut"_qs;
+            expected.*change.column = change.stored;
+            QVERIFY2(Row() == expected, qPrintable(change.stored));
+        }
+    }
+
+    void ARowThatIsGoneIsReported()
+    {
+        StoreForeignRow();
+        const EditFields fields = QsoEdit::FromRow(Row());
+        QVERIFY(*QsoEdit::DeleteQso(*store_, fields.id));
+        QVERIFY(!*QsoEdit::DeleteQso(*store_, fields.id));
+        QVERIFY(!*QsoEdit::UpdateQso(*store_, fields, fields));
+        QCOMPARE(AllRows(*store_)->size(), 0);
+    }
+
+    void TheRowToEditIsFound()
+    {
+        const QString other = u"otro"_qs;
+        NewQso newer = Qso(u"CX2AA"_qs), older = Qso(u"CX1AA"_qs);
+        older.date = u"23/11/2026"_qs;
+        const qint64 first = *AddQso(*store_, logName, newer), second = *AddQso(*store_, logName, newer);
+        const qint64 third = *AddQso(*store_, logName, older), elsewhere = *AddQso(*store_, other, newer);
+        const auto found = [&](std::optional<qint64> id) {
+            const Result<std::optional<QsoRow>> row = QsoEdit::FindQso(*store_, logName, id);
+            return *row ? (*row)->id : 0;
+        };
+        QCOMPARE(found(std::nullopt), second);
+        QCOMPARE(found(third), third);
+        QCOMPARE(found(elsewhere), 0);
+        QVERIFY(*QsoEdit::DeleteQso(*store_, second));
+        QCOMPARE(found(second), 0);
+        QCOMPARE(found(std::nullopt), first);
+    }
+
+    void SavingIsRefusedForOneReasonAtATime()
+    {
+        using Field = QsoEdit::Refusal::Field;
+        // From the last reason to the first: each is found before those that are already there.
+        EditFields fields = Valid();
+        QVERIFY(!QsoEdit::RefuseSave(fields));
+        const auto expect = [&](const QString &message, bool critical, Field field) {
+            const auto refusal = QsoEdit::RefuseSave(fields);
+            QVERIFY2(refusal && refusal->message == message, qPrintable(message));
+            QVERIFY(refusal->critical == critical && refusal->field == field);
+        };
+        fields.reportReceived = u"  "_qs;
+        expect(u"Reporte incorrecto!"_qs, false, Field::ReportReceived);
+        fields.reportSent.clear();
+        expect(u"Reporte incorrecto!"_qs, false, Field::ReportSent);
+        fields.operatorCall = fields.call;
+        expect(u"QSO con el Operador???"_qs, true, Field::Call);
+        fields.station = fields.call;
+        expect(u"QSO con la propia estación???"_qs, true, Field::Call);
+        fields.mode = u"Sat"_qs;
+        fields.satellite = u" "_qs;
+        expect(u"Debe agregar el nombre del Satélite"_qs, true, Field::Satellite);
+    }
+
+    void DatesAndTimesAreChecked()
+    {
+        const QString badDate = u"Error Fecha!\nFormato: DD/MM/AAAA"_qs, badTime = u"Error Hora!\nFormato: HH:MM"_qs;
+        const QList<std::pair<QString, QString>> dates{{u"29/02/2024"_qs, {}}, {{}, badDate},
+            {u"29/02/2025"_qs, badDate}, {u"1/02/2024"_qs, badDate}, {u"01/02/24"_qs, badDate},
+            {u"2024/02/01"_qs, badDate}, {u"?1/02/2024"_qs, badDate}};
+        for (const auto &[text, message] : dates)
+            QCOMPARE(QsoEdit::CheckDate(text), message);
+        const QList<std::pair<QString, QString>> times{{u"00:00"_qs, {}}, {u"23:59"_qs, {}}, {{}, badTime},
+            {u"9:05"_qs, badTime}, {u"09:5"_qs, badTime}, {u"09-05"_qs, badTime}, {u"1?:05"_qs, badTime},
+            {u"24:60"_qs, u"Error Hora!\nMayor de 23."_qs}, {u"23:60"_qs, u"Error Minutos!\nMayor de 59."_qs}};
+        for (const auto &[text, message] : times)
+            QCOMPARE(QsoEdit::CheckTime(text), message);
+    }
+
+    void ListsAndStatesOfTheWindow()
+    {
+        QCOMPARE(QsoEdit::ModesForList(u"CW"_qs).join(u','), u"SSB,CW,FM,AM,DVoice,DV IP,Echo,Echo IP"_qs);
+        QCOMPARE(QsoEdit::ModesForList(u"FT8"_qs).mid(7), QStringList({u"Echo IP"_qs, u"FT8"_qs}));
+        QCOMPARE(QsoEdit::ModesForKey(u"Sat"_qs).join(u','), u"SSB,FM,CW,Sat"_qs);
+        QCOMPARE(QsoEdit::ModesForKey(u"ssb"_qs).join(u','), u"SSB,FM,CW,Sat,ssb"_qs);
+        QString states;
+        for (const QString &lda : {u""_qs, u"0"_qs, u" 1"_qs, u"2 "_qs, u"x"_qs})
+            states += QsoEdit::Uploaded(lda) + QsoEdit::Confirmed(lda) + u' ';
+        QCOMPARE(states, u"NONO NONO SINO SISI NONO "_qs);
+    }
+};
+
+TORDILLO_TEST(TestQsoEdit)
+#include "TestQsoEdit.moc"

@@ -122,6 +122,16 @@ QStringList ConfigLines(const Configuration &configuration, const QString &logIn
     return lines;
 }
 
+bool FitsConfiguration(const QString &logName)
+{
+    Configuration read;
+    const QByteArray line = CodePage::FromText(QString(u"LogenUso="_qs + logName));
+    ReadConfigLines({CodePage::ToText(line)}, read);
+    Configuration expected;
+    expected.LogenUso = logName;
+    return read == expected && !logName.contains(u'\r') && !logName.contains(u'\n');
+}
+
 QString ScrambleText(const QString &text, const QString &key, int direction)
 {
     const QByteArray bytes = CodePage::FromText(text), keyBytes = CodePage::FromText(key);

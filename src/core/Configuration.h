@@ -42,6 +42,10 @@ bool ReadConfigLines(const QStringList &lines, Configuration &configuration);
 // The 25 lines of the file. The calls go out in upper case, three of the passwords scrambled.
 QStringList ConfigLines(const Configuration &configuration, const QString &logInUse);
 
+// Whether a log of this name can be found again at the next start: its name comes back from the file as it went in,
+// and is not taken for another key.
+bool FitsConfiguration(const QString &logName);
+
 // The light scrambling of passwords, character by character in windows-1252: direction 0 scrambles, -1 unscrambles,
 // any other gives an empty text. Its wrap at 255 instead of 256 is part of the format. A character outside the code
 // page is taken as "?".

@@ -76,6 +76,18 @@ bool Delete(Session &session, qint64 id)
     return session.Changes() > 0;
 }
 
+QStringList LogNames(Session &session)
+{
+    QStringList names;
+    Query query =
+        session.Prepare(u"WITH RECURSIVE log(name) AS (SELECT min(\"Nombre Log\") FROM Tabla1 UNION ALL "
+                        "SELECT (SELECT min(\"Nombre Log\") FROM Tabla1 WHERE \"Nombre Log\">log.name) FROM log "
+                        "WHERE log.name IS NOT NULL) SELECT name FROM log WHERE name IS NOT NULL"_qs);
+    while (query.Next())
+        names << query.Text(0);
+    return names;
+}
+
 void DeleteLog(Session &session, const QString &logName)
 {
     Query query = session.Prepare(u"DELETE FROM Tabla1 WHERE \"Nombre Log\"=?"_qs);

@@ -6,6 +6,7 @@
 #include "core/QsoRow.h"
 
 #include <QList>
+#include <QStringList>
 #include <utility>
 
 // The one road by which rows of Tabla1 are written: store, edit, import, transfer and states all come through here.
@@ -22,6 +23,10 @@ bool Update(Session &session, qint64 id, const Changes &changes);
 
 // False when there was no such row.
 bool Delete(Session &session, qint64 id);
+
+// The names of all logs, in the order of the index. They come by leaps, one look-up each, however many contacts a log
+// has.
+QStringList LogNames(Session &session);
 
 // Deletes a whole log, its marker row included.
 void DeleteLog(Session &session, const QString &logName);

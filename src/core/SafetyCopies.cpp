@@ -8,6 +8,7 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <algorithm>
 
 namespace {
 
@@ -83,10 +84,15 @@ void SafetyCopies::Rotate()
 
 QString SafetyCopies::NewestGood(const Logbook &logbook)
 {
-    for (const QString &path : Existing(logbook)) {
-        LogStore copy(path);
+    // The dated copies that the operator made lie beside the database.
+    QFileInfoList candidates = QDir(logbook.PathOf(folderName)).entryInfoList({u"base0_*.mdb"_qs}, QDir::Files);
+    candidates += QDir(logbook.Folder()).entryInfoList({u"base0_??_??_??.mdb"_qs}, QDir::Files);
+    std::sort(candidates.begin(), candidates.end(),
+        [](const QFileInfo &a, const QFileInfo &b) { return a.lastModified() > b.lastModified(); });
+    for (const QFileInfo &candidate : candidates) {
+        LogStore copy(candidate.absoluteFilePath());
         if (copy.CheckIntegrity())
-            return path;
+            return candidate.absoluteFilePath();
     }
     return {};
 }
@@ -107,12 +113,16 @@ Result<QString> SafetyCopies::PutBack(Logbook &logbook, const QString &copy)
     if (!made.open(QIODevice::ReadWrite) || !PlatformFile::Sync(made.handle()))
         return refused;
     made.close();
-    // A journal of the damaged file must not be played back into the good one.
-    QFile::rename(present + u"-journal"_qs, aside + u"-journal"_qs);
-    if (QFile::exists(present) && !QFile::rename(present, aside))
+    if (QFile::exists(present) && !QFile::rename(present, aside)) {
+        QFile::remove(making);
         return refused;
+    }
+    // Its journal goes with it: played back into the good file it would spoil that too.
+    QFile::rename(present + u"-journal"_qs, aside + u"-journal"_qs);
     if (!QFile::rename(making, present)) {
         QFile::rename(aside, present);
+        QFile::rename(aside + u"-journal"_qs, present + u"-journal"_qs);
+        QFile::remove(making);
         return refused;
     }
     PlatformFile::SyncFolder(logbook.Folder());

@@ -70,7 +70,8 @@ QString CreateTable(const QString &table)
 }
 
 // The first index carries what a page in the middle needs (which rows are QSOs, and the order of equal times), so
-// that it is found without touching the table.
+// that it is found without touching the table. Those of the contests answer: is this call, mode and band there; what
+// was the last serial of a mode; what was the last contact, and how many of which series type are there.
 const QMap<QString, QString> &Indexes()
 {
     static const QMap<QString, QString> indexes{
@@ -79,8 +80,20 @@ const QMap<QString, QString> &Indexes()
         {u"Tabla1_estacion"_qs,
             u"CREATE INDEX IF NOT EXISTS Tabla1_estacion ON Tabla1 "
             "(Estacion, \"Nombre Log\", Modo, Banda, MyCall, Fecha, Hora)"_qs},
-        {u"Tabla2_log"_qs,
-            u"CREATE INDEX IF NOT EXISTS Tabla2_log ON Tabla2 (\"Nombre Log\", Estacion, Modo, Banda)"_qs}};
+        {u"Tabla2_estacion"_qs,
+            u"CREATE INDEX IF NOT EXISTS Tabla2_estacion ON Tabla2 "
+            "(\"Nombre Log\", Estacion, Modo, Banda, Fecha, Hora)"_qs},
+        {u"Tabla2_modo"_qs, u"CREATE INDEX IF NOT EXISTS Tabla2_modo ON Tabla2 (\"Nombre Log\", Modo, id)"_qs},
+        {u"Tabla2_fecha"_qs,
+            u"CREATE INDEX IF NOT EXISTS Tabla2_fecha ON Tabla2 "
+            "(\"Nombre Log\", Fecha, Hora, id, Modo, Nombre_Sat)"_qs}};
+    return indexes;
+}
+
+// Those of earlier versions that others have taken the place of: each costs time at every contact stored.
+const QStringList &RetiredIndexes()
+{
+    static const QStringList indexes{u"Tabla2_log"_qs};
     return indexes;
 }
 
@@ -140,6 +153,9 @@ bool IsCurrent(Session &session)
         for (const QString &name : wanted)
             if (!objects.contains(name))
                 return false;
+    for (const QString &name : RetiredIndexes())
+        if (objects.contains(name))
+            return false;
     for (const QString &table : Tables()) {
         const QStringList present = Columns(session, table);
         for (const QString &column : LateColumns())
@@ -206,6 +222,8 @@ Result<void> UpgradeSchema(LogStore &store)
         AddMissingColumns(session);
         session.Execute(u"DROP TABLE IF EXISTS Contadores"_qs);
         session.Execute(counterTable);
+        for (const QString &name : RetiredIndexes())
+            session.Execute(u"DROP INDEX IF EXISTS "_qs + name);
         for (const QString &statement : Indexes())
             session.Execute(statement);
         for (const QString &statement : Triggers())

@@ -21,11 +21,35 @@ constexpr int checkPause = 5; // milliseconds
 
 const QString countQsos = u"SELECT count(*) FROM Tabla1 WHERE Modo<>''"_qs;
 
-qint64 Count(SQLite::Database &database) { return database.execAndGet(countQsos.toStdString()).getInt64(); }
+// From the counters, since this is asked in the operator's time.
+qint64 Count(SQLite::Database &database)
+{
+    return database.execAndGet("SELECT coalesce(sum(QSOs),0) FROM Contadores").getInt64();
+}
+
+// Written without waiting for the disk: its last step would else hold up the windows until the whole file is there.
+SQLite::Database OpenTarget(const QString &path)
+{
+    SQLite::Database target(path.toUtf8().toStdString(), SQLite::OPEN_READWRITE | SQLite::OPEN_CREATE);
+    target.exec("PRAGMA synchronous=OFF");
+    return target;
+}
+
+// Waits for the disk.
+Result<void> Sync(const QString &path)
+{
+    const SQLite::Database database(path.toUtf8().toStdString(), SQLite::OPEN_READWRITE);
+    sqlite3_file *file = nullptr;
+    sqlite3_file_control(database.getHandle(), "main", SQLITE_FCNTL_FILE_POINTER, static_cast<void *>(&file));
+    const int code = file && file->pMethods ? file->pMethods->xSync(file, SQLITE_SYNC_NORMAL) : SQLITE_IOERR;
+    return code == SQLITE_OK ? Result<void>() : StoreFailure(code, path, QString::fromUtf8(sqlite3_errstr(code)));
+}
 
 // Runs on a thread of its own, with a connection of its own.
 Result<void> Check(const QString &path, qint64 expected)
 {
+    if (const Result<void> synced = Sync(path); !synced)
+        return synced;
     LogStore copy(path);
     if (const Result<void> whole = copy.CheckIntegrity(); !whole)
         return whole;
@@ -36,7 +60,18 @@ Result<void> Check(const QString &path, qint64 expected)
     if (!found)
         return found.failure();
     if (*found != expected)
-        return Failure{u"La copia\n%1\nno tiene todos los QSOs."_qs.arg(path), Failure::Kind::Damaged};
+        return Failure{u"La copia\n%1\nno tiene todos los QSOs."_qs.arg(path), Failure::Kind::Other};
+    return {};
+}
+
+// On that thread too: to give back the room of a large older copy takes the system longer than a window should wait.
+Result<void> Place(const QString &made, const QString &target)
+{
+    std::error_code error;
+    std::filesystem::rename(made.toStdU16String(), target.toStdU16String(), error);
+    if (error)
+        return StoreFailure(SQLITE_CANTOPEN, target, QString::fromStdString(error.message()));
+    PlatformFile::SyncFolder(QFileInfo(target).absolutePath());
     return {};
 }
 
@@ -49,7 +84,7 @@ struct StoreCopy::Work {
 
     Work(std::shared_ptr<Session::Connection> from, const QString &path)
         : source(std::move(from))
-        , target(path.toUtf8().toStdString(), SQLite::OPEN_READWRITE | SQLite::OPEN_CREATE)
+        , target(OpenTarget(path))
         , backup(target, source->database)
     {
     }
@@ -106,14 +141,14 @@ Result<void> StoreCopy::CopyPages()
 
 Result<StoreCopy::Stage> StoreCopy::Finish()
 {
-    if (const Result<void> checked = check_.get(); !checked)
-        return checked.failure();
-    std::error_code error;
-    std::filesystem::rename(making_.toStdU16String(), target_.toStdU16String(), error);
-    if (error)
-        return StoreFailure(SQLITE_CANTOPEN, target_, QString::fromStdString(error.message()));
-    PlatformFile::SyncFolder(QFileInfo(target_).absolutePath());
-    stage_ = Stage::Done;
+    if (const Result<void> outcome = check_.get(); !outcome)
+        return outcome.failure();
+    if (placing_) {
+        stage_ = Stage::Done;
+    } else {
+        placing_ = true;
+        check_ = std::async(std::launch::async, Place, making_, target_);
+    }
     return stage_;
 }
 

@@ -22,8 +22,8 @@ public:
     StoreCopy &operator=(const StoreCopy &) = delete;
 
     enum class Stage { Copying, Checking, Done };
-    // One small piece of the work (a few milliseconds). The check runs beside the program; while it does a step only
-    // asks whether it is over. After a failure the copy is given up.
+    // One small piece of the work (a few milliseconds). The check runs beside the program, and so does putting the copy
+    // in its place; meanwhile a step only asks whether that is over. After a failure the copy is given up.
     Result<Stage> Step();
 
     // Parts of the file that are copied, and how many there are.
@@ -41,6 +41,7 @@ private:
     QString target_, making_;
     std::unique_ptr<Work> work_;
     std::future<Result<void>> check_;
+    bool placing_ = false; // the check is over
     Stage stage_ = Stage::Copying;
     int pagesDone_ = 0, pagesInAll_ = 0;
 };

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "interchange/AdifFile.h"
 
+#include "core/CodePage.h"
 #include "interchange/AdifRecord.h"
 #include "interchange/AdifWriter.h"
 
@@ -13,6 +14,7 @@ namespace AdifFile {
 namespace {
 
 constexpr qint64 chunk = 256 * 1024;
+constexpr qsizetype slimRecord = 2048; // is kept as it is
 
 const Failure &Stopped()
 {
@@ -23,6 +25,22 @@ const Failure &Stopped()
 Failure Unreadable(const QString &path)
 {
     return {u"No se puede leer el archivo\n%1"_qs.arg(path), Failure::Kind::Missing};
+}
+
+Failure BrokenOff(const QString &path, const QIODevice &device)
+{
+    return {u"El archivo\n%1\nno se pudo leer hasta el final.\n%2"_qs.arg(path, device.errorString()),
+        Failure::Kind::Other};
+}
+
+// Empty at the end of the file, and where it cannot be read any further.
+QByteArray ReadBlock(QIODevice &device, bool &broken)
+{
+    QByteArray block(chunk, Qt::Uninitialized);
+    const qint64 got = device.read(block.data(), chunk);
+    broken = broken || got < 0;
+    block.truncate(std::max<qint64>(0, got));
+    return block;
 }
 
 // Lines as bytes: a line ends at CR or CR LF, a lone LF is part of it. A line beyond the longest record is cut.
@@ -63,19 +81,34 @@ public:
         return true;
     }
     bool WasCut() const { return cut_; }
+    // Ended where the device failed, not where the file does.
+    bool IsBroken() const { return broken_; }
+    qint64 BytesRead() const { return bytesRead_; }
 
 private:
     void Fill()
     {
-        block_ = device_.read(chunk);
+        block_ = ReadBlock(device_, broken_);
+        bytesRead_ += block_.size();
         at_ = 0;
     }
 
     QIODevice &device_;
     QByteArray block_;
     qsizetype at_ = 0;
+    qint64 bytesRead_ = 0;
     bool cut_ = false;
+    bool broken_ = false;
 };
+
+// Letters whose capital the code page lacks stay.
+QByteArray SingleByteCapitals(QByteArray bytes)
+{
+    for (char &c : bytes)
+        if (const int capital = CodePage::CodeOf(CodePage::CharacterOf(uchar(c)).toUpper()); capital >= 0)
+            c = char(capital);
+    return bytes;
+}
 
 QByteArray Capitals(const QByteArray &bytes)
 {
@@ -84,16 +117,22 @@ QByteArray Capitals(const QByteArray &bytes)
         ascii = ascii && !(c & 0x80);
     if (ascii)
         return bytes.toUpper();
-    // Letters whose capital takes another number of bytes stay, or the declared lengths would no longer fit.
+    // Letters whose capital takes another number of bytes or letters stay, or the declared lengths would no longer fit.
     const QString text = QString::fromUtf8(bytes);
     if (text.toUtf8() != bytes)
-        return bytes.toUpper();
+        return SingleByteCapitals(bytes);
     QByteArray capitals;
+    capitals.reserve(bytes.size());
     for (qsizetype at = 0; at < text.size();) {
+        if (const char16_t c = text[at].unicode(); c < 0x80) {
+            capitals += c >= 'a' && c <= 'z' ? char(c - 'a' + 'A') : char(c);
+            ++at;
+            continue;
+        }
         const qsizetype units = text[at].isHighSurrogate() && at + 1 < text.size() ? 2 : 1;
-        const QString letter = text.mid(at, units);
-        const QByteArray plain = letter.toUtf8(), capital = letter.toUpper().toUtf8();
-        capitals += capital.size() == plain.size() ? capital : plain;
+        const QString letter = text.mid(at, units), upper = letter.toUpper();
+        const QByteArray plain = letter.toUtf8(), capital = upper.toUtf8();
+        capitals += upper.size() == units && capital.size() == plain.size() ? capital : plain;
         at += units;
     }
     return capitals;
@@ -138,42 +177,125 @@ bool IsContact(QByteArrayView record)
     return Adif::Holds(record, "<CALL:") && Adif::Holds(record, "<EOR>") && record.contains('>');
 }
 
+// A file whose first line is its only one; its own line end may be there or not.
+Result<bool> IsSingleLine(FileSystem &files, const QString &path, Run &run, const Show &show)
+{
+    const auto device = files.OpenForReading(path);
+    if (!device)
+        return Unreadable(path);
+    bool ended = false, broken = false;
+    qint64 blocks = 0, behind = 0;
+    for (QByteArray block = ReadBlock(*device, broken); !block.isEmpty(); block = ReadBlock(*device, broken)) {
+        const qsizetype end = ended ? -1 : block.indexOf('\r');
+        if (ended || end >= 0) {
+            behind += block.size() - end - 1;
+            if (behind > 1 || (behind == 1 && !block.endsWith('\n')))
+                return false;
+        }
+        ended = ended || end >= 0;
+        show(u"Multi renglón ... "_qs + QString::number(++blocks));
+        if (!run.Step(blocks))
+            return Stopped();
+    }
+    if (broken)
+        return BrokenOff(path, *device);
+    return blocks > 0;
+}
+
+// A letter of several bytes must not be cut where two blocks meet. A line end is the natural place; where a line is too
+// long to wait for its end, the beginning of a letter.
+qsizetype PlaceToCut(const QByteArray &bytes)
+{
+    const qsizetype line = bytes.lastIndexOf('\n') + 1;
+    if (line > 0 || bytes.size() <= longestRecord)
+        return line;
+    qsizetype end = bytes.size() - 1;
+    while (end > bytes.size() - 4 && (bytes[end] & 0xC0) == 0x80)
+        --end;
+    return end;
+}
+
 QString ProgramOf(const QByteArray &line) { return AdifRecord(line).Value(AdifTag::ProgramId); }
+
+// Puts the lines of each record together and writes it.
+class Joiner {
+public:
+    Joiner(Writer &writer, Repaired &repaired, const Report &report)
+        : writer_(writer)
+        , repaired_(repaired)
+        , report_(report)
+    {
+    }
+
+    Result<void> Take(const QByteArray &line)
+    {
+        if (inHeader_ && Adif::Holds(line, "<PROGRAMID:"))
+            repaired_.program = ProgramOf(line);
+        if (line.contains("eQSL.cc"))
+            repaired_.program = u"eQSL"_qs;
+        if (Adif::Holds(line, "<EOH>")) {
+            inHeader_ = false;
+            record_.clear();
+        }
+        if (Adif::Holds(line, "<EOR>"))
+            return End(line);
+        if (!line.isEmpty() && line.toUpper() != "<EOH>")
+            record_ += line.first(std::min(line.size(), longestRecord - record_.size()));
+        return {};
+    }
+    bool HasUnendedContact() const { return Adif::Holds(record_, "<CALL:"); }
+
+private:
+    Result<void> End(const QByteArray &line)
+    {
+        QByteArray record;
+        record.swap(record_);
+        record += line;
+        if (record.size() > longestRecord)
+            report_(repaired_.lines, u"Registro demasiado largo: no se tomó."_qs);
+        if (record.size() > longestRecord || repaired_.recordLines.size() > mostRecords)
+            return {};
+        if (IsContact(record))
+            repaired_.recordLines << repaired_.lines;
+        record += "\r\n";
+        return writer_.Put(record);
+    }
+
+    Writer &writer_;
+    Repaired &repaired_;
+    const Report &report_;
+    QByteArray record_;
+    bool inHeader_ = true;
+};
 
 } // namespace
 
 Result<bool> SplitSingleLineFile(
     FileSystem &files, const QString &path, const QString &copyPath, Run &run, const Show &show)
 {
+    const Result<bool> single = IsSingleLine(files, path, run, show);
+    if (!single || !*single)
+        return single;
     const auto device = files.OpenForReading(path);
     if (!device)
         return Unreadable(path);
-    qint64 blocks = 0;
-    for (QByteArray block = device->read(chunk); !block.isEmpty(); block = device->read(chunk)) {
-        if (block.contains('\r'))
-            return false;
-        show(u"Multi renglón ... "_qs + QString::number(++blocks));
+    Writer writer(files, copyPath);
+    QByteArray rest;
+    bool broken = false, atEnd = false;
+    for (qint64 blocks = 0; !atEnd; ++blocks) {
+        const QByteArray block = ReadBlock(*device, broken);
+        atEnd = block.isEmpty();
+        rest += block;
+        const qsizetype end = atEnd ? rest.size() : PlaceToCut(rest);
+        QByteArray lines = Capitals(rest.first(end));
+        if (const Result<void> put = writer.Put(lines.replace("\r", "").replace("\n", "\r\n")); !put)
+            return put.failure();
+        rest = rest.sliced(end);
         if (!run.Step(blocks))
             return Stopped();
     }
-    if (blocks == 0)
-        return false;
-    const auto again = files.OpenForReading(path);
-    Writer writer(files, copyPath);
-    QByteArray rest;
-    while (again) {
-        const QByteArray block = again->read(chunk);
-        // A letter of several bytes must not be cut where two blocks meet, and a line is the natural place.
-        rest += block;
-        const qsizetype end = block.isEmpty() || rest.size() > longestRecord ? rest.size() : rest.lastIndexOf('\n') + 1;
-        if (const Result<void> put = writer.Put(Capitals(rest.first(end)).replace("\n", "\r\n")); !put)
-            return put.failure();
-        rest = rest.sliced(end);
-        if (block.isEmpty())
-            break;
-        if (!run.Step(++blocks))
-            return Stopped();
-    }
+    if (broken)
+        return BrokenOff(path, *device);
     if (const Result<void> flushed = writer.Flush(); !flushed)
         return flushed.failure();
     return true;
@@ -187,41 +309,27 @@ Result<Repaired> JoinRecordLines(
         return Unreadable(path);
     Repaired repaired;
     repaired.path = target;
+    const qint64 size = device->size();
     Writer writer(files, target);
+    Joiner joiner(writer, repaired, report);
     ByteLines lines(*device);
-    QByteArray line, record;
-    bool inHeader = true;
+    QByteArray line;
     while (lines.Next(line)) {
         ++repaired.lines;
         if (lines.WasCut())
             report(repaired.lines, u"Línea demasiado larga: se tomó su principio."_qs);
-        if (inHeader && Adif::Holds(line, "<PROGRAMID:"))
-            repaired.program = ProgramOf(line);
-        if (line.contains("eQSL.cc"))
-            repaired.program = u"eQSL"_qs;
-        if (Adif::Holds(line, "<EOH>")) {
-            inHeader = false;
-            record.clear();
-        }
-        if (Adif::Holds(line, "<EOR>")) {
-            record += line;
-            if (repaired.recordLines.size() <= mostRecords) {
-                if (IsContact(record))
-                    repaired.recordLines << repaired.lines;
-                record += "\r\n";
-                if (const Result<void> put = writer.Put(record); !put)
-                    return put.failure();
-            }
-            record.clear();
-        } else if (!line.isEmpty() && line.toUpper() != "<EOH>") {
-            record += line.first(std::min(line.size(), longestRecord - record.size()));
-        }
+        if (const Result<void> taken = joiner.Take(line); !taken)
+            return taken.failure();
         if (!run.Step(repaired.lines))
             return Stopped();
         if (repaired.lines % 500 == 0)
             show(u"Lineas ... "_qs + QString::number(repaired.lines));
     }
-    if (!record.trimmed().isEmpty() && Adif::Holds(record, "<CALL:"))
+    if (lines.IsBroken())
+        return BrokenOff(path, *device);
+    if (lines.BytesRead() != size)
+        report(0, u"El archivo cambió mientras se leía: se tomó lo que había."_qs);
+    if (joiner.HasUnendedContact())
         report(repaired.lines, u"El último registro no termina en <EOR>: no se tomó."_qs);
     if (const Result<void> put = writer.Put("\r\n"); !put)
         return put.failure();
@@ -268,13 +376,17 @@ Result<Records> ReadRecords(FileSystem &files, const Repaired &repaired, Run &ru
         ++found.withCall;
         if (IsContact(line)) {
             found.lines << repaired.recordLines.value(found.records.size());
-            found.records << line;
+            AdifRecord::OtherTags(
+                line, [&found](QByteArrayView tag) { ++found.otherTags[tag.toByteArray().toUpper()]; });
+            found.records << (line.size() > slimRecord ? AdifRecord(line).Essence() : line);
         }
         if (number % 200 == 0)
             show(u"Midiendo ..."_qs + QString::number(found.records.size()));
         if (!run.Step(number))
             return Stopped();
     }
+    if (lines.IsBroken())
+        return BrokenOff(repaired.path, *device);
     if (found.records.size() > mostRecords) {
         found.records.clear();
         found.tooMany = true;

@@ -110,7 +110,7 @@ void CutToWidths(Contact &contact)
         QString &value = contact.row.*width.column;
         if (value.size() <= width.characters)
             continue;
-        value.truncate(width.characters);
+        value.truncate(width.characters - (value[width.characters - 1].isHighSurrogate() ? 1 : 0));
         contact.changes << u"%1 se cortó a %2 caracteres."_qs.arg(QString::fromUtf16(width.name)).arg(width.characters);
     }
 }
@@ -118,7 +118,9 @@ void CutToWidths(Contact &contact)
 // The checks that decide whether the record is taken at all; the first that fails is told.
 std::optional<Trouble> ReasonToDrop(const QsoRow &row)
 {
-    if (!Conversions::ParseDate(row.Fecha))
+    // Day and month are told by their places here: a month of 13 is not a day.
+    const auto date = Conversions::ParseDate(row.Fecha);
+    if (!date || date->month() != row.Fecha.section(u'/', 1, 1).toInt())
         return Trouble::Date;
     if (!Conversions::ParseTime(row.Hora))
         return Trouble::Time;
@@ -164,6 +166,8 @@ Contact ParseRecord(QByteArrayView bytes, const Settings &settings)
             row.Nombre_Sat = u"Satélite"_qs;
     }
     CutToWidths(contact);
+    if (row.Modo.isEmpty())
+        contact.changes << u"sin modo, no se verá en las listas"_qs;
     if (const auto trouble = ReasonToDrop(row))
         return Drop(std::move(contact), *trouble);
     return contact;

@@ -142,6 +142,26 @@ AdifRecord::AdifRecord(QByteArrayView record)
     }
 }
 
+QByteArray AdifRecord::Essence() const
+{
+    std::vector<QByteArrayView> fields;
+    for (size_t tag = 0; tag < found_.size(); ++tag)
+        if (const QByteArrayView behind = found_[tag]; behind.data()) {
+            const qsizetype head = qsizetype(std::strlen(names[tag])) + 2;
+            fields.emplace_back(behind.data() - head, head + Utf8Bytes(behind, looked));
+        }
+    std::sort(fields.begin(), fields.end(), [](auto a, auto b) { return a.data() < b.data(); });
+    QByteArray essence;
+    const char *taken = nullptr;
+    for (const QByteArrayView field : fields) {
+        const char *from = taken && taken > field.data() ? taken : field.data(), *end = field.data() + field.size();
+        if (end > from)
+            essence.append(from, end - from);
+        taken = taken && taken > end ? taken : end;
+    }
+    return essence;
+}
+
 QString AdifRecord::Value(AdifTag tag) const
 {
     const QByteArrayView behind = found_[size_t(tag)];

@@ -46,6 +46,9 @@ public:
     // that are no number, negative or zero; a length beyond the end takes what there is.
     QString Value(AdifTag tag) const;
 
+    // The record without what is never looked at; its values are the same.
+    QByteArray Essence() const;
+
     // Tags of the record that none of the above are, in capitals and without "<" and ":", are handed to `report`.
     template <typename Report>
     static void OtherTags(QByteArrayView record, Report &&report)

@@ -2,28 +2,28 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "logging/LogNames.h"
 
+#include "core/CodePage.h"
 #include "core/QsoTable.h"
 #include "core/Wildcard.h"
 
+#include <QCollator>
 #include <algorithm>
 
 namespace {
 
-// The names come by leaps through the index, one look-up each, however many contacts a log has.
-const QString names = u"WITH RECURSIVE log(name) AS (SELECT min(\"Nombre Log\") FROM Tabla1 UNION ALL "
-                      "SELECT (SELECT min(\"Nombre Log\") FROM Tabla1 WHERE \"Nombre Log\">log.name) FROM log "
-                      "WHERE log.name IS NOT NULL) "
-                      "SELECT name, coalesce(QSOs,0) FROM log LEFT JOIN Contadores ON \"Nombre Log\"=name "
-                      "WHERE name IS NOT NULL"_qs;
-
 QList<LogEntry> Logs(Session &session)
 {
     QList<LogEntry> logs;
-    Query query = session.Prepare(names);
-    while (query.Next())
-        logs.append({query.Text(0), query.Number(1)});
+    Query counter = session.Prepare(u"SELECT QSOs FROM Contadores WHERE \"Nombre Log\"=?"_qs);
+    for (const QString &name : QsoTable::LogNames(session)) {
+        counter.Reset();
+        counter.Bind(1, name);
+        logs.append({name, counter.Next() ? counter.Number(0) : 0});
+    }
+    QCollator order(QLocale(QLocale::Spanish, QLocale::Argentina));
+    order.setCaseSensitivity(Qt::CaseInsensitive);
     std::stable_sort(logs.begin(), logs.end(),
-        [](const LogEntry &a, const LogEntry &b) { return Wildcard::Fold(a.name) < Wildcard::Fold(b.name); });
+        [&](const LogEntry &a, const LogEntry &b) { return order.compare(a.name, b.name) < 0; });
     return logs;
 }
 
@@ -47,6 +47,19 @@ QString SameLog(const QList<LogEntry> &logs, const QString &name)
     const auto same = std::find_if(
         logs.begin(), logs.end(), [&](const LogEntry &entry) { return Wildcard::Fold(entry.name) == folded; });
     return same == logs.end() ? QString() : same->name;
+}
+
+Result<QString> ResolveLogName(LogStore &store, const QString &name)
+{
+    const Result<QList<LogEntry>> logs = ListLogs(store);
+    if (!logs)
+        return logs.failure();
+    if (!SameLog(*logs, name).isEmpty())
+        return name;
+    for (const LogEntry &entry : *logs)
+        if (CodePage::ToText(CodePage::FromText(entry.name)).left(100) == name)
+            return entry.name;
+    return name;
 }
 
 Result<void> CreateLog(LogStore &store, const QString &name)

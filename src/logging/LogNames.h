@@ -25,6 +25,10 @@ QString CleanLogName(const QString &typed);
 // The log whose name equals this one apart from case; an empty text when there is none.
 QString SameLog(const QList<LogEntry> &logs, const QString &name);
 
+// The log that a name from config.ini means: that of this name or, where none is, one whose name the file could not
+// hold whole (it is cut to 100 characters there, and foreign letters become "?"). The name itself when there is none.
+Result<QString> ResolveLogName(LogStore &store, const QString &name);
+
 // Brings a log without contacts into existence.
 Result<void> CreateLog(LogStore &store, const QString &name);
 

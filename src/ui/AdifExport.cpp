@@ -27,10 +27,12 @@ std::optional<QString> AdifExport::ChooseFile()
 
 bool AdifExport::Write(const QString &path, const Next &next, bool lastLine, const std::function<bool()> &step)
 {
+    bool opened = false;
     const auto write = [&]() -> Result<void> {
         auto device = program_.logbook.Files().OpenForWriting(path);
         if (!device)
             return device.failure();
+        opened = true;
         const auto put = [&](const QByteArray &bytes) { return AdifWriter::Write(**device, bytes, path); };
         if (const Result<void> header = put(AdifWriter::Header(program_.logbook.ClockInUse().Now())); !header)
             return header;
@@ -56,8 +58,10 @@ bool AdifExport::Write(const QString &path, const Next &next, bool lastLine, con
     };
     const Result<void> written = write();
     if (!written)
-        program_.dialogs.Message(
-            owner_, u"El ADIF no está completo.\n\n"_qs + written.failure().text, Dialogs::Icon::Critical);
+        program_.dialogs.Message(owner_,
+            (opened ? u"El ADIF no está completo.\n\n"_qs : u"El ADIF no se pudo crear.\n\n"_qs)
+                + written.failure().text,
+            Dialogs::Icon::Critical);
     return bool(written);
 }
 

@@ -30,7 +30,6 @@ public:
     // Header, records and, where wanted, the last line. `next` gives the records in blocks, an empty one at the end. A
     // file that cannot be finished is told; what is written of it stays.
     using Next = std::function<Result<QByteArray>()>;
-    using Progress = std::function<void(qint64 done)>;
     bool Write(const QString &path, const Next &next, bool lastLine, const std::function<bool()> &step);
 
     // "Guardado!", and the file in a text viewer after a Yes.

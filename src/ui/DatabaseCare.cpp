@@ -11,17 +11,41 @@
 
 using Kind = Failure::Kind;
 
+namespace {
+
+constexpr int auditPause = 15; // milliseconds
+
+} // namespace
+
 DatabaseCare::DatabaseCare(Program &program, Form1 &window)
     : program_(program)
     , window_(window)
-    , copies_(program.logbook, program.scheduler, [this](const Failure &failure) {
-        if (failure.kind == Kind::Damaged && OfferCopy(failure))
-            window_.LoadLogPage(1);
-        else if (failure.kind != Kind::Damaged)
-            program_.dialogs.Message(
-                &window_, u"La copia de seguridad no se pudo hacer. El log no corre peligro.\n\n"_qs + failure.text);
-    })
+    , copies_(program.logbook, program.scheduler, [this](const Failure &failure) { CopyFailed(failure); })
+    , auditTimer_(program.scheduler.Make(auditPause, [this] { AuditStep(); }))
 {
+}
+
+void DatabaseCare::CopyFailed(const Failure &failure)
+{
+    const QString database = program_.logbook.PathOf(u"base0.mdb"_qs);
+    if (failure.kind == Kind::Damaged)
+        PageFailed(
+            {u"La base de datos\n%1\nestá dañada: una copia que se hizo de ella no pasó la revisión."_qs.arg(database),
+                Kind::Damaged});
+    else
+        program_.dialogs.Message(
+            &window_, u"La copia de seguridad no se pudo hacer. El log no corre peligro.\n\n"_qs + failure.text);
+}
+
+void DatabaseCare::PageFailed(const Failure &failure)
+{
+    if (failure.kind != Kind::Damaged || offered_) {
+        program_.dialogs.Message(&window_, failure.text, Dialogs::Icon::Critical);
+        return;
+    }
+    offered_ = true; // one question a run: a No is a No
+    if (OfferCopy(failure) && ProbeSchema(program_.logbook.Store()))
+        window_.LoadLogPage(1);
 }
 
 bool DatabaseCare::Probe()
@@ -33,10 +57,10 @@ bool DatabaseCare::Probe()
     if (probed)
         return true;
     const Kind kind = probed.failure().kind;
-    if (kind == Kind::Damaged || kind == Kind::Missing)
+    if (kind == Kind::Damaged || kind == Kind::Missing || kind == Kind::Foreign)
         return OfferCopy(probed.failure()) && bool(ProbeSchema(logbook.Store()));
     program_.dialogs.Message(&window_, probed.failure().text, Dialogs::Icon::Critical);
-    return kind != Kind::Foreign && kind != Kind::OldSchema;
+    return kind != Kind::OldSchema;
 }
 
 bool DatabaseCare::OfferCopy(const Failure &failure)
@@ -62,11 +86,22 @@ bool DatabaseCare::OfferCopy(const Failure &failure)
 
 void DatabaseCare::AfterFirstPage()
 {
-    // The counters are kept by triggers; a tool that switched those off is found out here.
-    program_.scheduler.WhenIdle([this] {
+    audit_ = std::make_unique<CounterAudit>(program_.logbook.Store());
+    auditTimer_->Start();
+}
+
+// The counters are kept by triggers; a tool that switched those off is found out here.
+void DatabaseCare::AuditStep()
+{
+    const Result<CounterAudit::Finding> finding = audit_->Step();
+    if (finding && *finding == CounterAudit::Finding::Working)
+        return;
+    auditTimer_->Stop();
+    audit_.reset();
+    if (finding && *finding == CounterAudit::Finding::Wrong) {
         const Result<bool> corrected = RecountLogs(program_.logbook.Store());
         if (corrected && *corrected)
-            window_.LoadLogPage(1);
-        copies_.Begin();
-    });
+            window_.ReloadPage();
+    }
+    copies_.Begin();
 }

@@ -316,9 +316,10 @@ void EntryPanel::LeaveSatelliteMode()
         field->setEnabled(true);
     if (!beforeSatellite_)
         return;
-    Choice::Show(ui_->Combo1, beforeSatellite_->mode);
-    SetFrequency(beforeSatellite_->mhz, beforeSatellite_->khz);
+    const Saved before = *beforeSatellite_;
     beforeSatellite_.reset();
+    Choice::Show(ui_->Combo1, before.mode);
+    SetFrequency(before.mhz, before.khz);
 }
 
 void EntryPanel::ApplySatellite(const UplinkFrequency &uplink, const QString &mode)
@@ -468,9 +469,20 @@ void EntryPanel::MegahertzClicked()
 
 void EntryPanel::ShowActivation() { ui_->activador->setVisible(ui_->Check4->isChecked()); }
 
+// A satellite whose frequency makes no band has to be corrected by hand.
+void EntryPanel::UnlockWithoutBand()
+{
+    const bool correct = beforeSatellite_ && ui_->Label7->text().isEmpty();
+    if (!beforeSatellite_)
+        return;
+    for (QWidget *field : std::initializer_list<QWidget *>{ui_->mhz, ui_->Text1})
+        field->setEnabled(correct);
+}
+
 void EntryPanel::SetFrequency(const QString &mhz, const QString &khz)
 {
     Choice::Show(ui_->mhz, mhz);
     ui_->Text1->setText(khz);
     ShowBand();
+    UnlockWithoutBand();
 }

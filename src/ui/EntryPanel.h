@@ -126,6 +126,7 @@ private:
     void ModeClicked();
     void MegahertzClicked();
     void ShowActivation();
+    void UnlockWithoutBand();
     void SetFrequency(const QString &mhz, const QString &khz);
 
     Program &program_;

@@ -18,6 +18,14 @@ std::optional<QChar> FrequencyKey(QChar key)
     return (key >= u'0' && key <= u'9') || key == u'.' ? std::optional(key) : std::nullopt;
 }
 
+// A value that somebody wrote into the file by hand is kept, not replaced by the nearest of ours.
+void ShowValue(QComboBox *list, const QString &value)
+{
+    if (list->findText(value) < 0)
+        list->addItem(value);
+    list->setCurrentText(value);
+}
+
 } // namespace
 
 Form11::Form11(Logbook &logbook, Dialogs &dialogs, QWidget *owner, std::function<void()> changed)
@@ -129,9 +137,9 @@ void Form11::EditLine(int row)
     const SatelliteEdit::Fields fields = SatelliteEdit::Parse(ui_->List1->item(row)->text());
     ui_->Label2->setText(QString::number(row));
     ui_->Text2->setText(fields.name);
-    ui_->Combo8->setCurrentText(fields.uplinkBand);
-    ui_->Combo7->setCurrentText(fields.downlinkBand);
-    ui_->Combo6->setCurrentText(fields.mode);
+    ShowValue(ui_->Combo8, fields.uplinkBand);
+    ShowValue(ui_->Combo7, fields.downlinkBand);
+    ShowValue(ui_->Combo6, fields.mode);
     ui_->Text3->setText(fields.tone);
     ui_->Text5->setMaxLength(SatelliteEdit::FrequencyLength(fields.uplinkBand));
     ui_->Text5->setText(fields.frequency);

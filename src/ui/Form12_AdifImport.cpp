@@ -3,7 +3,6 @@
 #include "ui/Form12_AdifImport.h"
 
 #include "core/Schema.h"
-#include "interchange/AdifRecord.h"
 #include "ui/Form1_Main.h"
 #include "ui/Form21_PhoneImportHelp.h"
 #include "ui/Program.h"
@@ -19,6 +18,9 @@
 using AdifImport::Trouble;
 
 namespace {
+
+// The number of lines is not known beforehand: the bar goes round once in so many.
+constexpr int linesARound = 1000;
 
 const QString stationMark = u"<STATION_CALLSIGN:"_qs;
 
@@ -48,6 +50,9 @@ Form12::Form12(Program &program, QWidget *owner)
 {
     ui_->setupUi(this);
     setWindowTitle(u"Importar ADIF ..."_qs);
+    // These show what stands in a foreign file, and that is text, whatever it looks like.
+    for (QLabel *label : {ui_->Label2, ui_->Label3, ui_->Label4, ui_->Label7, ui_->Label8})
+        label->setTextFormat(Qt::PlainText);
     Connect();
     CaptureLayout(this);
     FitToScreen(this, screen()->availableSize(), true);
@@ -82,7 +87,12 @@ void Form12::ShowImport()
     ShowModal();
 }
 
-void Form12::Tell(const QString &failure) { dialogs().Message(this, failure, Dialogs::Icon::Critical); }
+// Who stopped the work by closing the window knows it.
+void Form12::Tell(const Failure &failure, const QString &before)
+{
+    if (failure.kind != Failure::Kind::Cancelled)
+        dialogs().Message(this, before + failure.text, Dialogs::Icon::Critical);
+}
 
 void Form12::ShowActivity(const QString &text) { ui_->Label8->setText(text); }
 
@@ -100,7 +110,6 @@ void Form12::ClearLabels()
     newOnes_ = repeats_ = 0;
     troubles_.clear();
     details_.clear();
-    otherTags_.clear();
     ui_->Detalle->setEnabled(false);
 }
 
@@ -116,7 +125,7 @@ void Form12::Open()
     const Result<void> upgraded = UpgradeSchema(store);
     const Result<void> cleared = upgraded ? AdifStaging::ClearStaging(store) : upgraded;
     if (!cleared) {
-        Tell(cleared.failure().text);
+        Tell(cleared.failure());
         Finish();
         return;
     }
@@ -135,16 +144,18 @@ void Form12::Finish()
     ui_->ProgressBar1->setMaximum(100);
     ImportBusy_ = false;
     ui_->Command1->setEnabled(true);
-    ui_->Detalle->setEnabled(!details_.isEmpty() || !otherTags_.isEmpty());
+    ui_->Detalle->setEnabled(!details_.isEmpty() || !records_.otherTags.isEmpty());
 }
 
 void Form12::ReadFile(const QString &path)
 {
     ui_->Label3->setText(path);
-    ui_->Label3->setToolTip(path);
+    ui_->Label3->setToolTip(path.toHtmlEscaped());
     ui_->Label2->setText(QFileInfo(path).fileName());
     ui_->Command1->setEnabled(false);
-    Run run(program_.logbook.LongWork(), program_.processEvents);
+    ui_->ProgressBar1->setMaximum(linesARound);
+    Run run(program_.logbook.LongWork(), program_.processEvents,
+        [this](qint64 done, qint64 total) { ui_->ProgressBar1->setValue(int(total > 0 ? done : done % linesARound)); });
     if (!RepairAndRead(path, run) || !HasContacts(path) || !AskForStation())
         return;
     ParseAdifRecords(run);
@@ -154,46 +165,64 @@ bool Form12::RepairAndRead(const QString &path, Run &run)
 {
     FileSystem &files = program_.logbook.Files();
     const QString stamp = program_.logbook.ClockInUse().Now().toString(u"hhmmss");
-    const auto show = [this](const QString &text) { ShowActivity(text); };
+    const QString modified = program_.logbook.PathOf(u"modificado_"_qs + stamp);
     QString copy = path + u'_' + stamp;
+    const auto failed = [&](const Failure &failure) {
+        // What is half done would only take room that the log may need.
+        files.Remove(copy);
+        files.Remove(modified);
+        Tell(failure);
+        return false;
+    };
+    const auto show = [this](const QString &text) { ShowActivity(text); };
     Result<bool> split = AdifFile::SplitSingleLineFile(files, path, copy, run, show);
-    if (!split && split.failure().kind == Failure::Kind::ReadOnly) {
-        // A file on a disc or in a folder of somebody else's: the copy goes to our own.
+    using Kind = Failure::Kind;
+    if (!split && (split.failure().kind == Kind::ReadOnly || split.failure().kind == Kind::Full)) {
+        // A disc, a full stick or somebody else's folder: the copy goes to our own.
+        files.Remove(copy);
         copy = program_.logbook.PathOf(QFileInfo(path).fileName() + u'_' + stamp);
         split = AdifFile::SplitSingleLineFile(files, path, copy, run, show);
     }
-    if (!split) {
-        Tell(split.failure().text);
-        return false;
-    }
-    const auto repaired =
-        AdifFile::JoinRecordLines(files, *split ? copy : path, program_.logbook.PathOf(u"modificado_"_qs + stamp), run,
-            show, [this](qint64 line, const QString &reason) { details_ << u"Línea %1: %2"_qs.arg(line).arg(reason); });
-    if (!repaired) {
-        Tell(repaired.failure().text);
-        return false;
-    }
+    if (!split)
+        return failed(split.failure());
+    ShowActivity(u"Multi renglón2 ..."_qs);
+    const auto repaired = AdifFile::JoinRecordLines(
+        files, *split ? copy : path, modified, run, show, [this](qint64 line, const QString &reason) {
+            details_ << (line > 0 ? u"Línea %1: %2"_qs.arg(line).arg(reason) : reason);
+        });
+    if (!repaired)
+        return failed(repaired.failure());
     ui_->Label5->setText(QString::number(repaired->lines));
     program4_ = repaired->program;
     ui_->Label4->setText(program4_);
+    ShowActivity(u"Volcando ..."_qs);
     auto records = AdifFile::ReadRecords(files, *repaired, run, show);
-    if (!records) {
-        Tell(records.failure().text);
-        return false;
-    }
+    if (!records)
+        return failed(records.failure());
     records_ = *std::move(records);
-    if (records_.records.isEmpty() && records_.withCall > 0 && !records_.tooMany) {
-        ShowActivity(u"Rehaciendo ..."_qs);
-        static_cast<void>(AdifFile::RejoinRecords(files, path, path + u'_'));
-        files.Remove(path + u'_');
-    }
+    if (records_.records.isEmpty() && records_.withCall > 0 && !records_.tooMany)
+        Rejoin(path);
+    ShowActivity(u"Cargando ..."_qs);
     return true;
+}
+
+// A file whose records could not be told apart is written anew; nothing reads it, so it does not stay.
+void Form12::Rejoin(const QString &path)
+{
+    ShowActivity(u"Rehaciendo ..."_qs);
+    FileSystem &files = program_.logbook.Files();
+    const QString target = path + u'_';
+    if (files.Exists(target)) // not over a file of somebody else's
+        return;
+    static_cast<void>(AdifFile::RejoinRecords(files, path, target));
+    files.Remove(target);
 }
 
 bool Form12::HasContacts(const QString &path)
 {
     if (records_.tooMany) {
-        Tell(u"El archivo:\n"_qs + path + u"\ntiene mas de 10.000 QSOs!"_qs);
+        dialogs().Message(
+            this, u"El archivo:\n"_qs + path + u"\ntiene mas de 10.000 QSOs!"_qs, Dialogs::Icon::Critical);
         return false;
     }
     ui_->Label6->setText(QString::number(records_.records.size()));
@@ -202,6 +231,7 @@ bool Form12::HasContacts(const QString &path)
     for (const QString &station : records_.stations)
         stations += station + u' ';
     ui_->Label7->setText(stations);
+    ui_->Label7->setToolTip(stations.toHtmlEscaped());
     if (!records_.records.isEmpty())
         return true;
     dialogs().Message(this, u"El Archivo "_qs + ui_->Label2->text() + u" no tiene QSOss!"_qs);
@@ -237,7 +267,6 @@ void Form12::ParseAdifRecords(Run &run)
     ui_->ProgressBar1->setMaximum(int(count));
     for (qsizetype number = 0; number < count; ++number) {
         const QByteArray &record = records_.records[number];
-        AdifRecord::OtherTags(record, [this](QByteArrayView tag) { ++otherTags_[tag.toByteArray().toUpper()]; });
         const AdifImport::Contact contact = AdifImport::ParseRecord(record, settings);
         Parsed(number, contact);
         if (ImportCancel_ && CancelAsked())
@@ -245,7 +274,7 @@ void Form12::ParseAdifRecords(Run &run)
         if (!contact.dropped) {
             const auto staged = AdifStaging::Prepare(program_.logbook.Store(), program_.logbook.LogInUse, contact.row);
             if (!staged) {
-                Tell(staged.failure().text);
+                Tell(staged.failure());
                 return;
             }
             ++(staged->IsNew() ? newOnes_ : repeats_);
@@ -285,9 +314,10 @@ void Form12::Parsed(qsizetype number, const AdifImport::Contact &contact)
 bool Form12::StageSoFar()
 {
     const Result<void> staged = AdifStaging::StageRows(program_.logbook.Store(), prepared_);
-    prepared_.clear();
-    if (!staged)
-        Tell(staged.failure().text);
+    if (staged)
+        prepared_.clear();
+    else
+        Tell(staged.failure());
     return bool(staged);
 }
 
@@ -295,7 +325,8 @@ bool Form12::StageSoFar()
 bool Form12::CancelAsked()
 {
     ImportCancel_ = false;
-    StageSoFar();
+    if (!StageSoFar())
+        return true;
     if (!dialogs().Ask(this, u"Cancela el proceso?"_qs, Dialogs::Icon::Question, Dialogs::Button::No))
         return false;
     ImportBusy_ = false;
@@ -318,21 +349,23 @@ void Form12::LoadStagedRows()
     ImportBusy_ = true;
     ShowActivity(u"Cargando ..."_qs);
     const auto rows = AdifStaging::StagedRows(program_.logbook.Store());
-    if (rows)
-        LoadRows(*rows);
-    else
-        Tell(rows.failure().text);
+    const bool loaded = rows ? LoadRows(*rows) : (Tell(rows.failure()), false);
     ImportBusy_ = false;
     ImportCancel_ = false;
     ShowActivity({});
     ui_->Command1->setEnabled(true);
+    if (!loaded) {
+        // What is staged is still there: it can be loaded once the trouble is over.
+        ui_->Command3->setEnabled(true);
+        return;
+    }
     program_.windows.Main().LoadLogPage(1);
     hide();
 }
 
 // The rows are gone through while Esc is listened to, and then written in one transaction: all, or those up to a
 // cancel.
-void Form12::LoadRows(const QList<AdifStaging::Staged> &rows)
+bool Form12::LoadRows(const QList<AdifStaging::Staged> &rows)
 {
     ui_->ProgressBar1->setMaximum(int(std::max<qsizetype>(1, rows.size())));
     qsizetype count = 0;
@@ -352,18 +385,19 @@ void Form12::LoadRows(const QList<AdifStaging::Staged> &rows)
     const auto loaded =
         AdifStaging::LoadRows(program_.logbook.Store(), program_.logbook.LogInUse, rows, count, ReplaceDuplicates_);
     if (!loaded)
-        Tell(u"Los QSOs no fueron cargados: el log quedó como estaba.\n\n"_qs + loaded.failure().text);
+        Tell(loaded.failure(), u"Los QSOs no fueron cargados: el log quedó como estaba.\n\n"_qs);
     else if (loaded->lastId)
         program_.windows.Main().RememberQso(*loaded->lastId);
+    return bool(loaded);
 }
 
 void Form12::ShowDetail()
 {
     QString text =
         details_.isEmpty() ? u"Todos los registros se tomaron sin cambios.\n"_qs : details_.join(u'\n') + u'\n';
-    if (!otherTags_.isEmpty()) {
+    if (!records_.otherTags.isEmpty()) {
         text += u"\nCampos del archivo que el log no guarda:\n"_qs;
-        for (auto tag = otherTags_.begin(); tag != otherTags_.end(); ++tag)
+        for (auto tag = records_.otherTags.begin(); tag != records_.otherTags.end(); ++tag)
             text += u"  %1: %2 veces\n"_qs.arg(QString::fromLatin1(tag.key())).arg(tag.value());
     }
     if (!detail_)

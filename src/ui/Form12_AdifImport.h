@@ -45,19 +45,20 @@ private:
     void Open();
     void ReadFile(const QString &path);
     bool RepairAndRead(const QString &path, Run &run);
+    void Rejoin(const QString &path);
     bool HasContacts(const QString &path);
     bool AskForStation();
     void ParseAdifRecords(Run &run);
     void Parsed(qsizetype number, const AdifImport::Contact &contact);
     bool StageSoFar();
     void LoadStagedRows();
-    void LoadRows(const QList<AdifStaging::Staged> &rows);
+    bool LoadRows(const QList<AdifStaging::Staged> &rows);
     bool CancelAsked();
     void ClearLabels();
     void Finish();
     void ShowActivity(const QString &text);
     void ShowDetail();
-    void Tell(const QString &failure);
+    void Tell(const Failure &failure, const QString &before = {});
 
     Program &program_;
     std::unique_ptr<Ui::Form12> ui_;
@@ -73,5 +74,4 @@ private:
     int newOnes_ = 0, repeats_ = 0;
     QMap<AdifImport::Trouble, int> troubles_;
     QStringList details_;
-    QMap<QByteArray, int> otherTags_;
 };

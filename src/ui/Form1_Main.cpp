@@ -112,9 +112,11 @@ void Form1::ConnectPanels()
         entry_->ApplySatellite(satellite_->Uplink(), satellite_->Mode());
         entry_->FocusCorresponsal();
     });
+    connect(list_, &LogListPanel::PageFailed, this,
+        [this](const Failure &failure) { startUp_->Care().PageFailed(failure); });
     connect(list_, &LogListPanel::QsoChosen, this, [this](const QsoRow &row) {
         if (QsoCountShown() > 0)
-            program_.windows.EditQso().EditFromList(row, Form5::EditCaller::Form1);
+            program_.windows.EditQso().OpenEditFromList(row, Form5::EditCaller::Form1);
     });
     connect(list_, &LogListPanel::PageMoved, this, [this] { entry_->FocusCorresponsal(); });
 }

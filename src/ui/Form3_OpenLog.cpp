@@ -23,14 +23,18 @@ Form3::Form3(Dialogs &dialogs, QWidget *owner)
 
 Form3::~Form3() = default;
 
-std::optional<QString> Form3::Choose(const QList<LogEntry> &logs)
+std::optional<QString> Form3::Choose(const QList<LogEntry> &logs, const QString &open)
 {
     logs_ = logs;
     chosen_.reset();
     ui_->List1->clear();
-    for (const LogEntry &entry : logs)
+    int current = 0;
+    for (const LogEntry &entry : logs) {
+        if (entry.name == open)
+            current = ui_->List1->count();
         ui_->List1->addItem(LogListText(entry));
-    ui_->List1->setCurrentRow(0);
+    }
+    ui_->List1->setCurrentRow(current);
     ui_->List1->setFocus();
     ShowModal();
     return chosen_;

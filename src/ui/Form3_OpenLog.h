@@ -20,8 +20,9 @@ public:
     Form3(Dialogs &dialogs, QWidget *owner);
     ~Form3() override;
 
-    // Shows the logs with their counts and gives the name of the one that was chosen; nothing when none was.
-    std::optional<QString> Choose(const QList<LogEntry> &logs);
+    // Shows the logs with their counts, `open` selected, and gives the name of the one that was chosen; nothing when
+    // none was.
+    std::optional<QString> Choose(const QList<LogEntry> &logs, const QString &open = {});
 
 protected:
     bool PreviewKey(QKeyEvent *event) override;

@@ -4,6 +4,7 @@
 
 #include "logging/BandPlan.h"
 #include "logging/EntryRules.h"
+#include "ui/Choice.h"
 #include "ui/FieldFilter.h"
 #include "ui/Form1_Main.h"
 #include "ui/Form6_Search.h"
@@ -30,11 +31,11 @@ Form5::Form5(Program &program, QWidget *owner)
 {
     ui_->setupUi(this);
     ui_->mhz->addItems(BandPlan::EntryMegahertz());
-    ui_->mhz->setEditText({});
+    Choice::Show(ui_->mhz, {});
     for (QPushButton *later : {ui_->Command13, ui_->Command3, ui_->Command4})
         later->setEnabled(false);
     for (QComboBox *combo : {ui_->mhz, ui_->Combo2})
-        combo->setCompleter(nullptr);
+        Choice::OnlyByClick(combo);
     AttachFilters();
     Connect();
     CaptureLayout(this);
@@ -75,12 +76,12 @@ void Form5::Connect()
         ui_->Text12->setVisible(on);
         ui_->rotuloText12->setVisible(on);
     });
-    connect(ui_->mhz, &QComboBox::activated, this, &Form5::UpdateBand);
+    connect(ui_->mhz, &QComboBox::activated, this, &Form5::KilohertzLeft);
     connect(ui_->Command1, &QPushButton::clicked, this, &Form5::Save);
     connect(ui_->Command2, &QPushButton::clicked, this, &Form5::Delete);
 }
 
-void Form5::EditFromList(const QsoRow &row, EditCaller caller)
+void Form5::OpenEditFromList(const QsoRow &row, EditCaller caller)
 {
     caller_ = caller;
     const EditFields fields = QsoEdit::FromRow(row);
@@ -97,8 +98,9 @@ void Form5::EditByKey(const QsoRow &row)
     const EditFields fields = QsoEdit::FromRow(row);
     ShowCommon(fields);
     ShowModes(QsoEdit::ModesForKey(fields.mode), fields.mode);
-    ui_->avisoF5->setText(u"Abierto con F5: frecuencia, banda, grillas, satélite y referencias no son los de este QSO. "
-                          "Al guardar se escribe en él lo que esos campos muestran."_qs);
+    ui_->avisoF5->setText(
+        u"Abierto con F5: frecuencia, banda, grillas, satélite, referencias y estado en LdA no son los de este QSO. "
+        "Al guardar se escribe en él lo que esos campos muestran."_qs);
     ui_->avisoF5->show();
     const EditFields shown = ReadFields();
     EditFields stored = fields;
@@ -125,7 +127,7 @@ void Form5::ShowCommon(const EditFields &fields)
 void Form5::ShowRest(const EditFields &fields)
 {
     FillingEditWindow_ = true;
-    ui_->mhz->setCurrentText(fields.mhz);
+    Choice::Show(ui_->mhz, fields.mhz);
     ui_->Text9->setText(fields.khz);
     ui_->Label11->setText(fields.band);
     ui_->Text10->setText(fields.ownGrid);
@@ -145,7 +147,7 @@ void Form5::ShowModes(const QStringList &modes, const QString &mode)
 {
     ui_->Combo2->clear();
     ui_->Combo2->addItems(modes);
-    ui_->Combo2->setCurrentText(mode);
+    Choice::Show(ui_->Combo2, mode);
 }
 
 void Form5::ShowReferenceMarks()
@@ -304,7 +306,11 @@ void Form5::Delete()
     }
     hide();
     program_.windows.Main().ForgetQso(id.toLongLong());
-    RefreshCaller();
+    // A list that still shows the contact would open one that is not there.
+    if (caller_ == EditCaller::Form6)
+        RefreshCaller();
+    else
+        program_.windows.Main().ReloadPage();
 }
 
 void Form5::RefreshCaller()

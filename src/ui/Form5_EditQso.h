@@ -40,7 +40,7 @@ public:
     enum class EditCaller { None, Form1, Form6 };
 
     // Opens the contact of a list, with all its fields; the list that `caller` names is refreshed after a change.
-    void EditFromList(const QsoRow &row, EditCaller caller);
+    void OpenEditFromList(const QsoRow &row, EditCaller caller);
     // Opens a contact by key: only call, times, reports, station, operator, remarks and mode are shown, and saving
     // writes into the other columns whatever their fields held before. Whose list is refreshed stays as it was.
     void EditByKey(const QsoRow &row);

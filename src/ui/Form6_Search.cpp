@@ -117,6 +117,7 @@ void Form6::RunSearch()
 {
     if (working_ || FieldMessagePending())
         return;
+    ui_->Text7->setText(TidyBandFilter(ui_->Text7->text()));
     const SearchFilters filters = ReadFilters();
     Fill(filters, SearchStatement(program_.logbook.LogInUse, filters));
 }
@@ -204,10 +205,7 @@ void Form6::SetWorking(bool working)
     working_ = working;
     for (QPushButton *action : {ui_->Command1, ui_->Command3, ui_->Command6, ui_->Command8})
         action->setEnabled(!working);
-    if (working)
-        ui_->Command4->setEnabled(false);
-    else
-        UpdateClearButton();
+    ui_->Command4->setEnabled(!working);
     ui_->Label13->setVisible(working);
     ui_->ProgressBar2->setVisible(working);
 }
@@ -272,8 +270,12 @@ void Form6::EditRow(const QModelIndex &row)
     }
     editedRow_ = row.row();
     const QsoRow qso = model_.RowAt(editedRow_);
-    if (qso.id != 0)
-        program_.windows.EditQso().EditFromList(qso, Form5::EditCaller::Form6);
+    if (qso.id != 0) {
+        program_.windows.EditQso().OpenEditFromList(qso, Form5::EditCaller::Form6);
+        return;
+    }
+    dialogs().Message(this, u"El QSO ya no está en el log: otro programa lo borró."_qs);
+    RefreshEditedRow();
 }
 
 void Form6::ExportSearchResultsAdif()

@@ -41,7 +41,7 @@ void LogCommands::OpenLog()
         Tell(logs.failure().text);
         return;
     }
-    if (const auto name = program_.windows.OpenLog().Choose(*logs))
+    if (const auto name = program_.windows.OpenLog().Choose(*logs, program_.logbook.LogInUse))
         Use(*name);
 }
 
@@ -56,6 +56,12 @@ void LogCommands::NewLog()
         if (!logs) {
             Tell(logs.failure().text);
             return;
+        }
+        if (!FitsConfiguration(name)) {
+            program_.dialogs.Message(&window_,
+                u"El nombre del log puede tener hasta 100 letras, números y signos comunes, y no las palabras de "
+                "config.ini. Elija otro."_qs);
+            continue;
         }
         if (SameLog(*logs, name).isEmpty()) {
             if (const Result<void> created = CreateLog(program_.logbook.Store(), name); !created)
@@ -93,8 +99,10 @@ void LogCommands::BackupDatabase()
     const Result<void> copied = CopyChecked(program_.logbook.Store(), target, run);
     window_.ShowActivity({});
     window_.SetBusy(false);
-    if (!copied)
-        Tell(copied.failure().text);
-    else
-        program_.dialogs.Message(&window_, target + u" creada!"_qs, Dialogs::Icon::Information);
+    if (!copied && copied.failure().kind == Failure::Kind::Cancelled)
+        Tell(u"Operation Failed"_qs);
+    else if (!copied)
+        Tell(u"La copia NO se hizo; la que hubiera de antes sigue en su lugar.\n\n"_qs + copied.failure().text);
+    // Operators wait for this line as the end of the command; after a failure it speaks of the copy that is kept.
+    program_.dialogs.Message(&window_, target + u" creada!"_qs, Dialogs::Icon::Information);
 }

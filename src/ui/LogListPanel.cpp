@@ -57,7 +57,7 @@ void LogListPanel::LoadLogPage(qint64 firstRow)
     const Result<LogPage> page = ReadLogPage(logbook.Store(), logbook.LogInUse, firstRow);
     if (!page) {
         paging_ = shown_;
-        program_.dialogs.Message(window(), page.failure().text, Dialogs::Icon::Critical);
+        Q_EMIT PageFailed(page.failure());
         return;
     }
     count_ = page->count;

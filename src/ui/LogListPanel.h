@@ -31,7 +31,7 @@ public:
     explicit LogListPanel(Program &program, QWidget *parent = nullptr);
     ~LogListPanel() override;
 
-    // Shows the page of the open log that begins with this row. A failure is told, and the old page stays.
+    // Shows the page of the open log that begins with this row. A failure is signalled, and the old page stays.
     void LoadLogPage(qint64 firstRow);
     // The page that is shown, read again.
     // The page before, when nothing is left on it.
@@ -45,6 +45,8 @@ public:
     void LastPage();
 
 Q_SIGNALS:
+    // The page could not be read; the old one is still shown.
+    void PageFailed(const Failure &failure);
     // A double click on this contact.
     void QsoChosen(const QsoRow &row);
     // A paging control was used; the focus belongs to the entry again.

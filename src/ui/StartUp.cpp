@@ -3,6 +3,7 @@
 #include "ui/StartUp.h"
 
 #include "core/TextFile.h"
+#include "logging/LogNames.h"
 #include "ui/EntryPanel.h"
 #include "ui/Form1_Main.h"
 #include "ui/Form2_Settings.h"
@@ -121,6 +122,8 @@ void StartUp::SecondHalf()
     }
     const bool themeTold = LoadConfig(program_.logbook);
     configured_ = true;
+    if (const Result<QString> name = ResolveLogName(program_.logbook.Store(), program_.logbook.LogInUse))
+        program_.logbook.LogInUse = program_.logbook.captions.log = *name;
     window_.ShowConfiguration();
     settings.FillLists();
     if (themeTold)

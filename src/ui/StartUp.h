@@ -31,6 +31,8 @@ public:
     // Whether the configuration is that of the file (or of a first run that was saved), so that it may be written back.
     bool IsConfigured() const { return configured_; }
 
+    DatabaseCare &Care() { return care_; }
+
     void StartTimer7() { Timer7_->Start(); }
     void StopTimer7() { Timer7_->Stop(); }
 

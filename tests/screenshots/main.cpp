@@ -60,8 +60,9 @@ void MakeLog(Logbook &logbook)
     }
 }
 
-void SetUpStation(Logbook &logbook)
+void SetUpStation(Logbook &logbook, bool dark)
 {
+    logbook.configuration.Pantalla = dark;
     logbook.configuration.Estacion = u"LU9ZZZ"_qs;
     logbook.configuration.Operador = u"LU1AAA"_qs;
     logbook.configuration.DiferUTC = u"-3"_qs;
@@ -117,7 +118,7 @@ void TakeAll(Program &program, const std::function<QString(const char *)> &path)
     TakeModal(program.windows.Search(), path("Form6"), [&] { program.windows.Search().ShowSearch(); });
     const auto newest = QsoEdit::FindQso(logbook.Store(), logbook.LogInUse, std::nullopt);
     Form5 &form5 = program.windows.EditQso();
-    TakeModal(form5, path("Form5"), [&] { form5.EditFromList(**newest, Form5::EditCaller::None); });
+    TakeModal(form5, path("Form5"), [&] { form5.OpenEditFromList(**newest, Form5::EditCaller::None); });
     TakeModal(form5, path("Form5_F5"), [&] { form5.EditByKey(**newest); });
     const auto logs = ListLogs(logbook.Store());
     TakeModal(
@@ -147,7 +148,7 @@ int main(int argc, char **argv)
 
     for (const bool dark : {false, true}) {
         Logbook logbook(folder.path(), files, clock);
-        SetUpStation(logbook);
+        SetUpStation(logbook, dark);
         Windows windows;
         Program program{logbook, scheduler, dialogs, windows, [] { QApplication::processEvents(); }, [](int) {},
             [](const char *) {}, {}, false, false};

@@ -82,15 +82,9 @@ Desk::~Desk()
 
 // --- The program folder
 
-QString Desk::Path(const QString &name) const
-{
-    return folder_.filePath(name);
-}
+QString Desk::Path(const QString &name) const { return folder_.filePath(name); }
 
-bool Desk::Has(const QString &name) const
-{
-    return QFileInfo::exists(Path(name));
-}
+bool Desk::Has(const QString &name) const { return QFileInfo::exists(Path(name)); }
 
 QByteArray Desk::Content(const QString &name) const
 {
@@ -203,10 +197,7 @@ void Desk::Start()
     Advance(1000);
 }
 
-void Desk::Kill()
-{
-    process_.reset();
-}
+void Desk::Kill() { process_.reset(); }
 
 void Desk::Advance(int milliseconds)
 {
@@ -214,17 +205,11 @@ void Desk::Advance(int milliseconds)
     QCoreApplication::processEvents();
 }
 
-Logbook &Desk::OpenLogbook() const
-{
-    return process_->logbook;
-}
+Logbook &Desk::OpenLogbook() const { return process_->logbook; }
 
 // --- What the operator sees and does
 
-Form1 &Desk::Main() const
-{
-    return process_->windows->Main();
-}
+Form1 &Desk::Main() const { return process_->windows->Main(); }
 
 QWidget *Desk::Front() const
 {

@@ -1,0 +1,146 @@
+// SPDX-FileCopyrightText: 2026 The Tordillo Compact authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "SomeContest.h"
+#include "contest/ContestLogs.h"
+#include "contest/Transfer.h"
+#include "support/FaultVfs.h"
+#include "support/RawDatabase.h"
+#include "support/TestRegistry.h"
+
+#include <QTemporaryDir>
+#include <QTest>
+
+using namespace SomeContest;
+
+class TestTransfer : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init()
+    {
+        folder_ = std::make_unique<QTemporaryDir>();
+        FaultVfs::Instance().Reset();
+        store_ = std::make_unique<LogStore>(folder_->filePath(u"base0.mdb"_qs), "fault");
+        QVERIFY(store_->CreateEmpty());
+        QVERIFY(CreateContest(*store_, name, SerieType::Incremental));
+        raw_ = std::make_unique<RawDatabase>(store_->Path());
+    }
+    void cleanup() { FaultVfs::Instance().Reset(); }
+
+    void AContactBecomesOneOfTheGeneralLog_data()
+    {
+        QTest::addColumn<QString>("mode");
+        QTest::addColumn<QString>("band");
+        QTest::addColumn<QString>("frequency");
+        QTest::addColumn<QString>("report");
+        const char16_t *table[][4] = {{u"SSB", u"160m", u"1.820", u"59"}, {u"FM", u"80m", u"3.500", u"59"},
+            {u"CW", u"40m", u"7.000", u"599"}, {u"DG", u"20m", u"14.000", u"599"}, {u"RY", u"15m", u"21.000", u"599"},
+            {u"SSB", u"10m", u"28.000", u"59"}, {u"SSB", u"6m", u"52.000", u"59"}, {u"SSB", u"2m", u"144.000", u"59"},
+            {u"SSB", u"30m", u"21.000", u"59"}, {u"SSB", u"", u"21.000", u"59"}};
+        for (const auto &[mode, band, frequency, report] : table)
+            QTest::newRow(qPrintable(QString(QString::fromUtf16(mode) + QString::fromUtf16(band))))
+                << QString::fromUtf16(mode) << QString::fromUtf16(band) << QString::fromUtf16(frequency)
+                << QString::fromUtf16(report);
+    }
+    void AContactBecomesOneOfTheGeneralLog()
+    {
+        QsoRow contest = Row({.call = u"LU1ABC/W"});
+        QFETCH(QString, mode);
+        QFETCH(QString, band);
+        contest.Modo = mode;
+        contest.Banda = band;
+        contest.Operador = u"LU1AAA"_qs;
+        QString frequency = u"21.000"_qs; // of the contact before
+        const QsoRow row = GeneralRow(contest, name, frequency);
+        QTEST(frequency, "frequency");
+        QTEST(row.RSE, "report");
+        QTEST(row.RSR, "report");
+        const QStringList rest{row.Modo, row.Banda, row.MyCall, row.Estacion, row.Fecha, row.Hora, row.Obs,
+            row.Operador, row.LdA, row.Argento, row.SuGrid + row.MiGrid + row.SOTA};
+        QCOMPARE(rest.join(u'|'),
+            mode + u'|' + band + u"|LU9ZZZ|LU1ABC/W|24/11/2026|21:15:00|Concurso CQWW|LU1AAA|1|Chubut|"_qs);
+    }
+
+    void TwiceAddsNothing()
+    {
+        // The third repeats the second within ten minutes, the fourth does not; the last has an unknown band.
+        QVERIFY(Store(*store_,
+            {Row({}), Row({.call = u"LU2ABC", .time = u"2100"}), Row({.call = u"LU2ABC", .time = u"2109"}),
+                Row({.call = u"LU2ABC", .time = u"2119"}), Row({.contest = u"Otro"}),
+                Row({.call = u"LU3ABC", .band = u"30m"})}));
+        QVERIFY(raw_->Run("INSERT INTO Tabla1 (Modo,Banda,MyCall,Estacion,Fecha,Hora,\"Nombre Log\") VALUES "
+                          "('SSB','40m','LU9ZZZ','LU1ABC','2026-11-24','21:20:00','Ajeno')"));
+        const auto first = Transfer();
+        QCOMPARE(TransferMessage(*first), u"Transferencia:\nCopiados: 4\nDuplicados: 1"_qs);
+        QCOMPARE(raw_->Value("SELECT group_concat(Estacion||' '||Fecha||' '||Hora||' '||Frecuencia,',') FROM Tabla1 "
+                             "WHERE \"Nombre Log\"='Base'"),
+            u"LU1ABC 2026-11-24 21:15:00 7.000,LU2ABC 2026-11-24 21:00:00 7.000,LU2ABC 2026-11-24 21:19:00 7.000,"
+            "LU3ABC 2026-11-24 21:15:00 7.000"_qs);
+        const auto second = Transfer();
+        QCOMPARE(TransferMessage(*second), u"Transferencia:\nCopiados: 0\nDuplicados: 5"_qs);
+        QCOMPARE(raw_->Value("SELECT count(*) FROM Tabla2"), u"7"_qs);
+    }
+
+    void AFailureCopiesNothing()
+    {
+        QVERIFY(Fill(2000));
+        store_->Close();
+        FaultVfs::Instance().FailWrites(40, FaultVfs::forever, FaultVfs::Trouble::DiskFull);
+        const auto failed = Transfer();
+        QVERIFY(!failed);
+        QCOMPARE(failed.failure().kind, Failure::Kind::Full);
+        FaultVfs::Instance().Reset();
+        store_->Close();
+        QCOMPARE(Transfer()->copied, 2000);
+    }
+
+    void StoppedOnTheWayItKeepsWhatItLookedAt()
+    {
+        QVERIFY(Fill(2500));
+        int steps = 0;
+        Runs runs;
+        Run run(
+            runs,
+            [&] {
+                if (++steps == 5) // three are for reading
+                    runs.CancelAll();
+            },
+            {}, 0);
+        const auto stopped = TransferContest(*store_, run, name, u"Base"_qs);
+        QVERIFY(stopped->cancelled);
+        QCOMPARE(stopped->copied, 200);
+        QCOMPARE(raw_->Value("SELECT count(*) FROM Tabla1"), u"200"_qs);
+        QCOMPARE(Transfer()->copied, 2300);
+    }
+
+    void Texts()
+    {
+        QCOMPARE(NothingToTransferMessage(name, u"Log: Base, con 3 QSOs"_qs),
+            u"el log de concurso CQWW no tiene QSOs para pasar al log Base Log: Base, con 3 QSOs"_qs);
+        QCOMPARE(TransferQuestion(name, 12, u"Log: Base, con 3 QSOs"_qs),
+            u"Pasa el log de concurso CQWW con 12 QSOs\nal log base Log: Base, con 3 QSOs?"_qs);
+    }
+
+private:
+    // Contacts that are no repeats of each other.
+    bool Fill(int count)
+    {
+        QList<QsoRow> rows;
+        for (int number = 0; number < count; ++number)
+            rows << Numbered(number);
+        return Store(*store_, rows);
+    }
+    Result<Transferred> Transfer()
+    {
+        Runs runs;
+        Run run(runs, {});
+        return TransferContest(*store_, run, name, u"Base"_qs);
+    }
+
+    std::unique_ptr<QTemporaryDir> folder_;
+    std::unique_ptr<LogStore> store_;
+    std::unique_ptr<RawDatabase> raw_;
+};
+
+TORDILLO_TEST(TestTransfer)
+#include "TestTransfer.moc"

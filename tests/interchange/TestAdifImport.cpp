@@ -1,0 +1,290 @@
+// SPDX-FileCopyrightText: 2026 The Tordillo Compact authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "Reading.h"
+#include "support/TestRegistry.h"
+
+#include <QTest>
+
+using AdifImport::Contact;
+using AdifImport::ParseRecord;
+using AdifImport::Trouble;
+
+namespace {
+
+// "CALL=LU1ABC BAND=20m" as a record.
+QByteArray RecordOf(const QString &fields)
+{
+    QByteArray record;
+    for (const QString &field : fields.split(u' ', Qt::SkipEmptyParts))
+        record += Field(
+            field.section(u'=', 0, 0).toLatin1().constData(), field.section(u'=', 1).replace(u'_', u' ').toUtf8());
+    return record + "<EOR>";
+}
+
+const QString when = u"CALL=LU1ABC QSO_DATE=20261124 TIME_ON=2115 "_qs;
+
+} // namespace
+
+class TestAdifImport : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void EveryTagHasItsColumn()
+    {
+        const Contact contact = ParseRecord(
+            RecordOf(u"MY_SIG_INFO=AR-0001 SOTA_REF=LUR/C-001 MY_SOTA_REF=LUR/C-002 SIG_INFO=AR-0002 NAME=Juan "
+                     "GRIDSQUARE=GF05 MY_GRIDSQUARE=FF57 QSL_RCVD=Y STATION_CALLSIGN=LU9ZZZ CALL=LU1ABC "
+                     "QSO_DATE=20261124 TIME_ON=211559 BAND=20m FREQ=14.250 RST_SENT=59 RST_RCVD=57 OPERATOR=LU1AAA "
+                     "MODE=SSB PROP_MODE=SAT QSL_SENT=Y COMMENT=hola_a_todos SAT_NAME=AO-7 LOG_NAME=Otro"_qs),
+            {});
+        QsoRow row;
+        row.IOTA = u"AR-0001"_qs;
+        row.SOTA = u"LUR/C-001"_qs;
+        row.MYSOTA = u"LUR/C-002"_qs;
+        row.POTA = u"AR-0002"_qs;
+        row.SuGrid = u"GF05"_qs;
+        row.MiGrid = u"FF57"_qs;
+        row.MyCall = u"LU9ZZZ"_qs;
+        row.Estacion = u"LU1ABC"_qs;
+        row.Fecha = u"24/11/2026"_qs;
+        row.Hora = u"21:15"_qs;
+        row.Banda = u"20m"_qs;
+        row.Frecuencia = u"14.250"_qs;
+        row.RSE = u"59"_qs;
+        row.RSR = u"57"_qs;
+        row.Operador = u"LU1AAA"_qs;
+        row.Modo = u"SSB"_qs;
+        row.Obs = u"hola a todos"_qs;
+        row.Nombre_Sat = u"AO-7"_qs;
+        QVERIFY(contact.row == row);
+        QVERIFY(!contact.dropped && contact.troubles.isEmpty() && contact.changes.isEmpty());
+    }
+
+    void ModeReportAndSatellite_data()
+    {
+        QTest::addColumn<QString>("fields");
+        QTest::addColumn<bool>("fromLda");
+        QTest::addColumn<QString>("result"); // mode, reports, satellite
+        const auto row = [](const char16_t *fields, const char16_t *result, bool fromLda = false) {
+            QTest::newRow(qPrintable(QString::fromUtf16(fields) + (fromLda ? u", LdA"_qs : QString())))
+                << QString::fromUtf16(fields) << fromLda << QString::fromUtf16(result);
+        };
+        for (const char16_t *voice : {u"DIGITALVOICE", u"C4FM", u"DMR", u"VOI", u"DSTAR", u"FREEDV", u"DVoice"})
+            QTest::newRow(qPrintable(QString::fromUtf16(voice)))
+                << u"MODE="_qs + QString::fromUtf16(voice) << false << u"DVoice 59 59 "_qs;
+        row(u"MODE=C4fm", u"C4fm 599 599 ");
+        row(u"MODE=DATA", u"DATA 59 59 ");
+        row(u"MODE=FM", u"FM 59 59 ");
+        row(u"MODE=SSB", u"SSB 59 59 ");
+        row(u"MODE=LSB", u"LSB 59 59 ");
+        row(u"MODE=USB", u"USB 59 59 ");
+        row(u"MODE=ssb", u"ssb 599 599 ");
+        row(u"MODE=CW", u"CW 599 599 ");
+        row(u"MODE=AM", u"AM 599 599 ");
+        row(u"MODE=FT8 RST_SENT=-12", u"FT8 -12 599 ");
+        row(u"MODE=SSB RST_RCVD=55", u"SSB 59 55 ");
+        row(u"MODE=SSB RST_SENT=5 RST_RCVD=59+20", u"SSB 5 59+ ");
+        row(u"MODE=SAT", u"FM 59 59 ");
+        row(u"MODE=Sat PROP_MODE=sat", u"FM 59 59 Via Satelite");
+        row(u"MODE=SAT PROP_MODE=SAT SAT_NAME=AO-7", u"FM 59 59 AO-7");
+        row(u"MODE=SAT PROP_MODE=ECH", u"FM 59 59 ");
+        row(u"MODE=Sat", u"FM 59 59 ", true);
+        row(u"MODE=SAT PROP_MODE=SAT", u"FM 59 59 ", true); // FM already when the satellite's name is asked for
+        row(u"MODE=SSB PROP_MODE=SAT", u"SSB 59 59 ");
+        row(u"PROP_MODE=SAT", u"FM 599 599 Satélite"); // the reports were decided before the mode
+        row(u"PROP_MODE=SAT SAT_NAME=AO-7", u"FM 599 599 AO-7");
+        row(u"PROP_MODE=sat", u" 599 599 ");
+        row(u"MODE=OLIVIA8/250", u"OLIVIA8 599 599 ");
+    }
+    void ModeReportAndSatellite()
+    {
+        QFETCH(QString, fields);
+        QFETCH(bool, fromLda);
+        AdifImport::Settings settings;
+        settings.fromLda = fromLda;
+        const QsoRow row = ParseRecord(RecordOf(when + fields), settings).row;
+        QTEST((QStringList{row.Modo, row.RSE, row.RSR, row.Nombre_Sat}.join(u' ')), "result");
+    }
+
+    void BandAndFrequency_data()
+    {
+        QTest::addColumn<QString>("band");
+        QTest::addColumn<QString>("frequency");
+        QTest::addColumn<QString>("result");
+        const auto row = [](const QString &band, const QString &frequency, const QString &result) {
+            QTest::newRow(qPrintable(band + u'/' + frequency)) << band << frequency << result;
+        };
+        row(u"20m"_qs, u"7.090"_qs, u"20m 7.090"_qs); // both there: nobody judges them
+        row({}, {}, u" "_qs);
+        for (const char16_t *text : {u"160m 1.820", u"80m 3.600", u"60m 5.100", u"40m 7.100", u"30m 10.100",
+                 u"20m 14.100", u"17m 18.100", u"15m 21.100", u"12m 24.900", u"10m 28.500", u"6m 52.000", u"2m 145.000",
+                 u"70cm 435.100", u"20M 14.100", u"23cm ", u"1.25m ", u"banda "}) {
+            const QString result = QString::fromUtf16(text);
+            row(result.section(u' ', 0, 0), {}, result);
+        }
+        for (const char16_t *text : {u"160m 1.8", u"80m 3.999", u"60m 5.3", u"40m 7", u"30m 10.1", u"20m 14.0743",
+                 u"17m 18.1", u"15m 21.2", u"12m 24.94", u"10m 29.6", u"6m 50.313", u"2m 145", u"70cm 430", u" 2.5",
+                 u" 1296", u" 222.1", u" abc", u"160m 2", u"10m 30", u"2m 148"}) {
+            const QString result = QString::fromUtf16(text);
+            row({}, result.section(u' ', 1), result);
+        }
+        row({}, u"14.074000123"_qs, u"20m 14.0740001"_qs);
+    }
+    void BandAndFrequency()
+    {
+        QFETCH(QString, band);
+        QFETCH(QString, frequency);
+        QFETCH(QString, result);
+        const Contact contact = ParseRecord(RecordOf(when + u"MODE=CW BAND=%1 FREQ=%2"_qs.arg(band, frequency)), {});
+        QCOMPARE(QString(contact.row.Banda + u' ' + contact.row.Frecuencia), result);
+        QVERIFY(!contact.dropped);
+        QCOMPARE(contact.troubles.contains(Trouble::BandAndFrequency), result == u" ");
+    }
+
+    void DateAndTime_data()
+    {
+        QTest::addColumn<QString>("date");
+        QTest::addColumn<QString>("time");
+        QTest::addColumn<QString>("result"); // "D", "T" or "I" for the trouble that drops it
+        const auto row = [](const char16_t *date, const char16_t *time, const char16_t *result) {
+            QTest::newRow(qPrintable(QString::fromUtf16(date) + u'/' + QString::fromUtf16(time)))
+                << QString::fromUtf16(date) << QString::fromUtf16(time) << QString::fromUtf16(result);
+        };
+        row(u"20261124", u"2115", u"24/11/2026 21:15");
+        row(u"20261124", u"211559", u"24/11/2026 21:15");
+        row(u"20280229", u"0000", u"29/02/2028 00:00");
+        row(u"19991231", u"2359", u"31/12/1999 23:59");
+        row(u"20270229", u"2115", u"D");
+        row(u"20261301", u"2115", u"D"); // the 13th month, not the 13th of January
+        row(u"20261305", u"2115", u"D");
+        row(u"20261113", u"2115", u"13/11/2026 21:15");
+        row(u"20261100", u"2115", u"D");
+        row(u"2026112", u"2115", u"2/11/2026 21:15");
+        row(u"202611", u"2115", u"D");
+        row(u"2026-11-24", u"2115", u"D");
+        row(u"24/11/2026", u"2115", u"D");
+        row(u"ayer", u"25", u"D"); // the date is told first
+        row(u"20261124", u"21", u"T");
+        row(u"20261124", u"2460", u"T");
+        row(u"20261124", u"2400", u"T");
+        row(u"20261124", u"21:15", u"T");
+        row(u"20261124", u"9", u"T");
+        row(u"", u"2115", u"I");
+        row(u"20261124", u"", u"I");
+        row(u"", u"25", u"I");
+    }
+    void DateAndTime()
+    {
+        QFETCH(QString, date);
+        QFETCH(QString, time);
+        QFETCH(QString, result);
+        const Contact contact =
+            ParseRecord(RecordOf(u"CALL=LU1ABC MODE=CW BAND=20m QSO_DATE=%1 TIME_ON=%2"_qs.arg(date, time)), {});
+        const QHash<QString, Trouble> troubles{
+            {u"D"_qs, Trouble::Date}, {u"T"_qs, Trouble::Time}, {u"I"_qs, Trouble::Incomplete}};
+        QCOMPARE(contact.dropped, troubles.contains(result));
+        if (contact.dropped)
+            QCOMPARE(contact.troubles, QList<Trouble>{troubles[result]});
+        else
+            QCOMPARE(QString(contact.row.Fecha + u' ' + contact.row.Hora), result);
+    }
+
+    void ARecordMayHaveTwoTroubles()
+    {
+        const Contact contact = ParseRecord(RecordOf(u"CALL=LU1ABC TIME_ON=2115"_qs), {});
+        QVERIFY(contact.dropped);
+        QCOMPARE(contact.troubles, (QList{Trouble::BandAndFrequency, Trouble::Incomplete}));
+        QCOMPARE(AdifImport::TroubleLines({{Trouble::Incomplete, 1}, {Trouble::Time, 12}, {Trouble::Reports, 2},
+                     {Trouble::BandAndFrequency, 10}, {Trouble::Date, 3}}),
+            (QStringList{u"> 3 error(es) Fecha"_qs, u"> 12 error(es) QTR"_qs, u"> 2 error(es) RT(S)"_qs,
+                u"> 10 error(es) Banda/Frec."_qs, u"> 1 error(es) ADIF."_qs}));
+        QCOMPARE(AdifImport::TroubleLines({}), QStringList());
+    }
+
+    void StatesOfTheService_data()
+    {
+        QTest::addColumn<QString>("told");
+        QTest::addColumn<QString>("state");
+        QTest::newRow("confirmed") << u"Y"_qs << u"2"_qs;
+        QTest::newRow("sent") << u"N"_qs << u"1"_qs;
+        QTest::newRow("other") << u"R"_qs << u"R"_qs;
+        QTest::newRow("lower case") << u"y"_qs << u"y"_qs;
+        QTest::newRow("none") << QString() << QString();
+    }
+    void StatesOfTheService()
+    {
+        QFETCH(QString, told);
+        AdifImport::Settings settings;
+        const QByteArray record = RecordOf(when + u"QSL_RCVD="_qs + told);
+        QCOMPARE(ParseRecord(record, settings).row.LdA, QString());
+        settings.fromLda = true;
+        QTEST(ParseRecord(record, settings).row.LdA, "state");
+    }
+
+    void ATypedStationReplacesEveryOne()
+    {
+        AdifImport::Settings settings;
+        settings.typedStation = u"LU1ZZ"_qs;
+        QCOMPARE(ParseRecord(RecordOf(when), settings).row.MyCall, u"LU1ZZ"_qs);
+        QCOMPARE(ParseRecord(RecordOf(when + u"STATION_CALLSIGN=LU9ZZZ"_qs), settings).row.MyCall, u"LU1ZZ"_qs);
+    }
+
+    void FieldsOfThePhoneProgram_data()
+    {
+        QTest::addColumn<bool>("sota");
+        QTest::addColumn<bool>("pota");
+        QTest::addColumn<QString>("fields");
+        QTest::addColumn<QString>("result"); // SOTA, MYSOTA, POTA, IOTA, Obs
+        const QString tags = u"SOTA_REF=S MY_SOTA_REF=MS SIG_INFO=P MY_SIG_INFO=MP "_qs;
+        const QString both = tags + u"NAME=lur/c-001 COMMENT=Mi_Ref"_qs;
+        QTest::newRow("no tick") << false << false << both << u"S|MS|P|MP|Mi Ref"_qs;
+        QTest::newRow("summits") << true << false << both << u"LUR/C-001|MI REF|P|MP|Mi Ref"_qs;
+        QTest::newRow("parks") << false << true << both << u"S|MS|LUR/C-001|MI REF|Mi Ref"_qs;
+        QTest::newRow("summits, tags only") << true << false << tags << u"S|MS|P|MP|"_qs;
+        QTest::newRow("parks, tags only") << false << true << tags << u"S|MS|P|MP|"_qs;
+        QTest::newRow("summits, empty fields") << true << false << tags + u"NAME= COMMENT="_qs << u"||P|MP|"_qs;
+    }
+    void FieldsOfThePhoneProgram()
+    {
+        QFETCH(bool, sota);
+        QFETCH(bool, pota);
+        QFETCH(QString, fields);
+        const QsoRow row = ParseRecord(RecordOf(when + fields), {false, {}, sota, pota}).row;
+        QTEST((QStringList{row.SOTA, row.MYSOTA, row.POTA, row.IOTA, row.Obs}.join(u'|')), "result");
+    }
+
+    void WidthsOfTheColumns()
+    {
+        const QString text(400, u'X');
+        QString fields = when;
+        const std::tuple<const char16_t *, QString QsoRow::*, int> widths[] = {{u"MODE", &QsoRow::Modo, 7},
+            {u"BAND", &QsoRow::Banda, 9}, {u"STATION_CALLSIGN", &QsoRow::MyCall, 20}, {u"RST_SENT", &QsoRow::RSE, 3},
+            {u"RST_RCVD", &QsoRow::RSR, 3}, {u"COMMENT", &QsoRow::Obs, 100}, {u"OPERATOR", &QsoRow::Operador, 50},
+            {u"FREQ", &QsoRow::Frecuencia, 10}, {u"MY_GRIDSQUARE", &QsoRow::MiGrid, 6},
+            {u"GRIDSQUARE", &QsoRow::SuGrid, 6}, {u"SAT_NAME", &QsoRow::Nombre_Sat, 400},
+            {u"SOTA_REF", &QsoRow::SOTA, 400}};
+        for (const auto &[tag, column, width] : widths)
+            fields += QString::fromUtf16(tag) + u'=' + text + u' ';
+        const Contact contact = ParseRecord(RecordOf(fields), {});
+        for (const auto &[tag, column, width] : widths) {
+            QCOMPARE((contact.row.*column).size(), width);
+            const QString change = u"%1 se cortó a %2 caracteres."_qs.arg(QString::fromUtf16(tag)).arg(width);
+            QCOMPARE(contact.changes.contains(change), width < 400);
+        }
+        QCOMPARE(ParseRecord(RecordOf(QString(when).replace(u"LU1ABC"_qs, text)), {}).row.Estacion.size(), 20);
+        // Letters count, not bytes, and none is cut in the middle.
+        QCOMPARE(ParseRecord(RecordOf(when + u"COMMENT="_qs + QString(150, u'ñ')), {}).row.Obs, QString(100, u'ñ'));
+        const QString faces = QString(99, u'x') + u"\U0001F600"_qs;
+        QCOMPARE(ParseRecord(RecordOf(when + u"COMMENT="_qs + faces), {}).row.Obs, QString(99, u'x'));
+    }
+
+    void WhatTheListsWillNotShowIsTold()
+    {
+        QCOMPARE(ParseRecord(RecordOf(when + u"BAND=20m"_qs), {}).changes,
+            QStringList{u"sin modo, no se verá en las listas"_qs});
+        QCOMPARE(ParseRecord(RecordOf(when + u"BAND=20m MODE=CW"_qs), {}).changes, QStringList());
+    }
+};
+
+TORDILLO_TEST(TestAdifImport)
+#include "TestAdifImport.moc"

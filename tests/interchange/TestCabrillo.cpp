@@ -1,0 +1,417 @@
+// SPDX-FileCopyrightText: 2026 The Tordillo Compact authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "interchange/CabrilloCheck.h"
+#include "interchange/CabrilloReader.h"
+#include "interchange/CabrilloWriter.h"
+#include "support/MemoryFiles.h"
+#include "support/TestRegistry.h"
+
+#include <QTest>
+
+namespace {
+
+const QString filePath = u"/concurso.log"_qs, dataPath = u"/datos.cbr"_qs;
+const CabrilloReader::Contest contest{u"CQWW"_qs, u"Incremental"_qs, u"XX1AA"_qs};
+
+class FullDisk final : public MemoryFiles {
+public:
+    Result<void> Replace(const QString &, const QByteArray &, Sync) override
+    {
+        return Failure{u"No hay lugar"_qs, Failure::Kind::Full};
+    }
+};
+
+QsoRow Qso(const QString &mode, const QString &band, const QString &call, const QString &hora = u"1203"_qs)
+{
+    QsoRow row;
+    row.Modo = mode;
+    row.Banda = band;
+    row.MyCall = contest.ownCall;
+    row.Estacion = call;
+    row.Fecha = u"20240309"_qs;
+    row.Hora = hora;
+    row.RSE = u"001"_qs;
+    row.RSR = u"012"_qs;
+    row.NombreLog = row.LdA = contest.name;
+    row.Nombre_Sat = contest.seriesType;
+    return row;
+}
+
+QString Shown(const QsoRow &row)
+{
+    return QStringList{row.Modo, row.Banda, row.MyCall, row.Estacion, row.Fecha, row.Hora, row.RSE, row.RSR}.join(u' ');
+}
+
+QStringList Shown(const QList<QsoRow> &rows)
+{
+    QStringList shown;
+    for (const QsoRow &row : rows)
+        shown << Shown(row);
+    return shown;
+}
+
+CabrilloReader::Taken Take(const QStringList &lines, QStringList *reports = nullptr)
+{
+    return CabrilloReader::TakeLines(lines, filePath, contest, [&](int line, const QString &reason) {
+        if (reports)
+            *reports << u"%1: %2"_qs.arg(line).arg(reason);
+    });
+}
+
+QStringList ShownOf(const CabrilloReader::Taken &taken)
+{
+    QList<QsoRow> rows;
+    for (const auto &contact : taken.contacts)
+        rows << contact.row;
+    return Shown(rows);
+}
+
+QString WholeFile(const QString &lines, const QString &callsign = contest.ownCall)
+{
+    CabrilloWriter::Header header;
+    header.callsign = callsign;
+    return CabrilloWriter::FileText(CabrilloWriter::HeaderText(header) + lines);
+}
+
+// The findings without the lines that they quote.
+QStringList Reasons(const QString &fileText, const QList<QsoRow> &rows)
+{
+    MemoryFiles files;
+    if (!CabrilloWriter::WriteFile(files, filePath, fileText))
+        return {u"not written"_qs};
+    const auto report = CabrilloCheck::CheckFile(files, filePath, rows);
+    QStringList reasons;
+    for (const auto &finding : report->findings)
+        reasons << u"%1: %2"_qs.arg(finding.line).arg(finding.reason);
+    return reasons;
+}
+
+} // namespace
+
+class TestCabrillo : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void EveryBlankOfALineCounts_data()
+    {
+        QTest::addColumn<QsoRow>("row");
+        QTest::addColumn<QString>("line");
+        const auto add = [](const char *name, const QsoRow &row, QStringView line) {
+            QTest::newRow(name) << row << line.toString();
+        };
+        add("cw", Qso(u"CW"_qs, u"40m"_qs, u"XX2BB"_qs),
+            u"QSO:  7000 CW 2024-03-09 1203 XX1AA         599 001    XX2BB         599 012   ");
+        add("fm is phone", Qso(u"FM"_qs, u"6m"_qs, u"XX2BB"_qs),
+            u"QSO: 52000 PH 2024-03-09 1203 XX1AA          59 001    XX2BB          59 012   ");
+        add("other modes as they are", Qso(u"RTTY"_qs, u"160m"_qs, u"XX2BB"_qs),
+            u"QSO:  1820 RTTY 2024-03-09 1203 XX1AA         599 001    XX2BB         599 012   ");
+        add("six digits leave no blank", Qso(u"SSB"_qs, u"2m"_qs, u"XX2BB"_qs),
+            u"QSO:144000 PH 2024-03-09 1203 XX1AA          59 001    XX2BB          59 012   ");
+        add("band that is unknown", Qso(u"DG"_qs, u"70cm"_qs, u"XX2BB"_qs),
+            u"QSO:  70cm DG 2024-03-09 1203 XX1AA         599 001    XX2BB         599 012   ");
+        add("14 letters push by one", Qso(u"CW"_qs, u"20m"_qs, u"XX2BBBBBBBBBBB"_qs),
+            u"QSO: 14000 CW 2024-03-09 1203 XX1AA         599 001    XX2BBBBBBBBBBB 599 012   ");
+    }
+    void EveryBlankOfALineCounts()
+    {
+        QFETCH(QsoRow, row);
+        QTEST(CabrilloWriter::QsoLine(row), "line");
+    }
+
+    void LinesStandOldestFirst()
+    {
+        QList<QsoRow> rows{QsoRow(), Qso(u"CW"_qs, u"40m"_qs, u"B"_qs, u"1204"_qs),
+            Qso(u"CW"_qs, u"40m"_qs, u"C"_qs, u"1204"_qs), Qso(u"CW"_qs, u"40m"_qs, u"A"_qs)};
+        for (qsizetype row = 0; row < rows.size(); ++row)
+            rows[row].id = row;
+        const auto lines = CabrilloWriter::BuildLines(rows, contest.ownCall);
+        QVERIFY(!lines.refusal);
+        QCOMPARE(lines.text,
+            CabrilloWriter::QsoLine(rows[3]) + u"\r\n" + CabrilloWriter::QsoLine(rows[1]) + u"\r\n"
+                + CabrilloWriter::QsoLine(rows[2]) + u"\r\n");
+        rows[1].MyCall = u"XX9ZZ"_qs;
+        const auto refused = CabrilloWriter::BuildLines(rows, contest.ownCall);
+        QVERIFY(refused.refusal && refused.refusal->critical && refused.text.isEmpty());
+        QCOMPARE(refused.refusal->text, u"Error!\nEn el log distinta Señal Distintiva"_qs);
+        const auto none = CabrilloWriter::BuildLines({QsoRow()}, contest.ownCall);
+        QVERIFY(none.refusal && !none.refusal->critical);
+    }
+
+    void TheFileHasHeaderLinesAndEnd()
+    {
+        CabrilloWriter::Header header;
+        header.callsign = u"XX1AA"_qs;
+        header.address2 = u"Pegado\ncon Enter"_qs;
+        const QStringList lines = CabrilloWriter::HeaderText(header).split(u"\r\n"_qs);
+        QCOMPARE(lines.size(), 16);
+        QCOMPARE(lines[1], u"CALLSIGN: XX1AA"_qs);
+        QCOMPARE(lines[8], u"OPERATORS: "_qs);
+        QCOMPARE(lines[11], u"ADDRESS: Pegado con Enter"_qs);
+        QVERIFY(lines[14].startsWith(u"CREATED-BY: TORDILLO COMPACT "));
+        // A text box gives lone LF, and the operator may have taken away the last one.
+        QCOMPARE(CabrilloWriter::FileText(u"a\nb\r\nc"_qs), u"a\r\nb\r\nc\r\nEND-OF-LOG:\r\n"_qs);
+        for (const auto *choice : {&CabrilloWriter::HeaderChoices().power, &CabrilloWriter::HeaderChoices().mode})
+            QVERIFY(choice->items.indexOf(choice->start) > 0);
+    }
+
+    void PersonalDataIsRemembered()
+    {
+        MemoryFiles files;
+        CabrilloWriter::Header header, again;
+        header.name = u"Ñandú"_qs;
+        header.address3 = u"San Juan"_qs;
+        QVERIFY(CabrilloWriter::SavePersonalData(files, dataPath, header));
+        QCOMPARE(files.content[dataPath],
+            QByteArray("\xD1"
+                       "and\xFA\r\n\r\n\r\nSan Juan\r\n\r\n"));
+        CabrilloWriter::LoadPersonalData(files, dataPath, again);
+        QCOMPARE(again.name + again.address3, header.name + header.address3);
+
+        again.callsign = u"XX1AA"_qs;
+        files.content[dataPath] = "Uno\r\nDos\nmedio\r\n" + QByteArray(5000, 'x');
+        CabrilloWriter::LoadPersonalData(files, dataPath, again);
+        QCOMPARE(again.address1, u"Dos medio"_qs);
+        QCOMPARE(again.address2.size(), 1000);
+        QCOMPARE(again.address3 + again.email, QString());
+        files.content[dataPath] = "1\r\n2\r\n3\r\n4\r\n5\r\n6\r\n7\r\n";
+        CabrilloWriter::LoadPersonalData(files, dataPath, again);
+        QCOMPARE(again.email, u"5"_qs);
+        CabrilloWriter::LoadPersonalData(files, u"/falta"_qs, again);
+        QCOMPARE(again.callsign + again.name + again.email, u"XX1AA"_qs);
+        QVERIFY(CabrilloWriter::FirstMissing(again)->field == &CabrilloWriter::Header::name);
+    }
+
+    void Words_data()
+    {
+        QTest::addColumn<QString>("line");
+        QTest::addColumn<QString>("words");
+        const auto add = [](const char *name, QStringView line, QStringView words) {
+            QTest::newRow(name) << line.toString() << words.toString();
+        };
+        add("ten words", u"QSO:  7000 CW D T  ME 599 001   YOU  579 012  ", u"|7000|CW|D|T|ME|599|001|YOU|579|012");
+        add("transmitter behind", u"QSO: 7000 CW D T ME 599 1 YOU 599 2 0", u"|7000|CW|D|T|ME|599|1|YOU|599|2");
+        add("eight words", u"QSO: 7000 CW D T ME 1 YOU 2", u"|7000|CW|D|T|ME|599|1|YOU|599|2");
+        add("a ninth is dropped", u"QSO: 7000 CW D T ME 1 YOU 2 X", u"|7000|CW|D|T|ME|599|1|YOU|599|2");
+        add("tabs and a LF", u"QSO:\t7000\tCW\tD\tT\tME 1 YOU 2\n", u"|7000|CW|D|T|ME|599|1|YOU|599|2");
+        add("seven words", u"QSO: 7000 CW D T ME 1 YOU   ", u"*||||||||||");
+        add("two words", u"QSO: 7000", u"*||||||||||");
+        add("marked as not counting", u"X-QSO: 7000 CW D T ME 1 YOU 2", u"|7000|CW|D|T|ME|599|1|YOU|599|2");
+        add("glued together", u"QSO:144000 PH D T ME 59 1 YOU 59 2", u"|PH|D|T|ME|59|599|1|YOU|599|59");
+    }
+    void Words()
+    {
+        QFETCH(QString, line);
+        const CabrilloReader::Words words = CabrilloReader::SplitQsoLine(line);
+        QTEST(QStringList(words.begin(), words.end()).join(u'|'), "words");
+    }
+
+    void BandsModesAndTimesOfLines()
+    {
+        QStringList reports;
+        const auto taken = Take({u"CONTEST: ninguno"_qs, u"qso: 50313 ft8 2024-03-09 1203 xx1aa 1 xx2bb 2"_qs,
+                                    u"QSO: 14074 RY 2024-03-09 12:04 XX1AA 1 XX2BB d'or"_qs,
+                                    u"QSO: 7030.5 PH 2024/03/09 1205 XX1AA 1 XX2BB 2"_qs,
+                                    u"QSO: 70000 SSB 20240309 1206 XX1AA 1 XX2BB 2 X"_qs,
+                                    u"X-QSO: 3500 FM 2024-13-09 2561 XX1AA 1 XX2BB 2"_qs},
+            &reports);
+        QVERIFY(!taken.stop);
+        QCOMPARE(taken.qsoLines, 5);
+        QCOMPARE(ShownOf(taken),
+            (QStringList{u"DG  XX1AA XX2BB 20240309 1203 1 2"_qs, u"DG 20m XX1AA XX2BB 20240309 1204 1 D'OR"_qs,
+                u"SSB 20m XX1AA XX2BB 20240309 1205 1 2"_qs, u"SSB 20m XX1AA XX2BB 20240309 1206 1 2"_qs,
+                u"DG 80m XX1AA XX2BB   1 2"_qs}));
+        QCOMPARE(reports,
+            (QStringList{u"2: La frecuencia 50313 no dice la banda: queda sin banda"_qs,
+                u"4: La frecuencia 7030.5 no dice la banda: se tomó la anterior, 20m"_qs,
+                u"5: La frecuencia 70000 no dice la banda: se tomó la anterior, 20m"_qs,
+                u"5: La línea tiene 9 palabras: lo que sobra no se tomó"_qs, u"6: 2024-13-09 no es una fecha"_qs,
+                u"6: 2561 no es una hora"_qs}));
+        // The test of repeats goes by the file's own date, so that a damaged one is not added again and again.
+        QCOMPARE(taken.contacts.last().date, u"20241309"_qs);
+        QCOMPARE(taken.contacts.last().line, 6);
+        const QsoRow &row = taken.contacts.first().row;
+        QCOMPARE(row.NombreLog + row.LdA + row.Nombre_Sat, u"CQWWCQWWIncremental"_qs);
+    }
+
+    void WhatStopsAnImport_data()
+    {
+        QTest::addColumn<QString>("line");
+        QTest::addColumn<QString>("text");
+        const QString columns = u"Al archivo /concurso.log\nle faltan demasiadas columnas!"_qs;
+        QTest::newRow("two words") << u"QSO: 7000"_qs << columns;
+        QTest::newRow("remark") << u"SOAPBOX: primer QSO: lindo"_qs << columns;
+        QTest::newRow("own call") << u"QSO: 7000 CW D T XX9ZZ 1 XX2BB 2"_qs << u"XX9ZZ no es la SD XX1AA"_qs;
+        QTest::newRow("2 m") << CabrilloWriter::QsoLine(Qso(u"CW"_qs, u"2m"_qs, u"XX2BB"_qs))
+                             << u"599 no es la SD XX1AA"_qs;
+    }
+    void WhatStopsAnImport()
+    {
+        QFETCH(QString, line);
+        QFETCH(QString, text);
+        const QString good = CabrilloWriter::QsoLine(Qso(u"CW"_qs, u"40m"_qs, u"XX2BB"_qs));
+        const auto taken = Take({good, line, good});
+        QCOMPARE(taken.contacts.size(), 1);
+        QCOMPARE(taken.qsoLines, 2);
+        QVERIFY(taken.stop.has_value());
+        QCOMPARE(taken.stop->text, text);
+        QCOMPARE(taken.stop->critical, text.startsWith(u"Al archivo"));
+        QCOMPARE(taken.stop->line, 2);
+    }
+
+    void ClosingMessages()
+    {
+        QCOMPARE(CabrilloReader::ClosingMessage(filePath, 0, 0),
+            u"No se encontaron QSOs en el archivo /concurso.log\npara incluir!"_qs);
+        QCOMPARE(CabrilloReader::ClosingMessage(filePath, 5, 3),
+            u"No se agregaron 3 QSOs por estar repetidos en /concurso.log"_qs);
+        QVERIFY(!CabrilloReader::ClosingMessage(filePath, 5, 0));
+    }
+
+    void FilesWithLoneLineFeeds_data()
+    {
+        QTest::addColumn<QByteArray>("content");
+        QTest::addColumn<QByteArray>("after");
+        QTest::addColumn<int>("lost");
+        const QByteArray full(60, 'a'), second(60, 'b');
+        QTest::newRow("all LF") << full + '\n' + second + '\n' << full + "\r\n" + second + "\r\n" << 0;
+        QTest::newRow("last end lacks") << full + '\n' + second << full + "\r\n" + second + "\r\n" << 0;
+        QTest::newRow("short") << QByteArray("QSO: a\nQSO: b\n") << QByteArray("QSO: a\nQSO: b\n") << 0;
+        // A long remark in a sound file is nothing to split; the file must not shrink to it.
+        QTest::newRow("long without LF") << "QSO: a\r\n" + full + second + "\r\n"
+                                         << "QSO: a\r\n" + full + second + "\r\n"
+                                         << 0;
+        QTest::newRow("last long one wins")
+            << "QSO: a\r\nqso: b\n" + full + second + "\r\n" + full + '\n' + second + "\r\nQSO: c"
+            << full + "\r\n" + second + "\r\n"
+            << 3;
+    }
+    void FilesWithLoneLineFeeds()
+    {
+        QFETCH(QByteArray, content);
+        MemoryFiles files;
+        FullDisk full;
+        files.content[filePath] = full.content[filePath] = content;
+        const auto lost = CabrilloReader::NormalizeCabrilloFile(files, filePath);
+        QVERIFY(bool(lost));
+        QTEST(*lost, "lost");
+        QTEST(files.content[filePath], "after");
+        QCOMPARE(bool(CabrilloReader::NormalizeCabrilloFile(full, filePath)), files.content[filePath] == content);
+        QCOMPARE(full.content[filePath], content);
+        QVERIFY(!CabrilloReader::NormalizeCabrilloFile(files, u"/falta"_qs));
+    }
+
+    void WrittenAndReadBack()
+    {
+        QList<QsoRow> rows;
+        int minute = 1200;
+        for (const QString &mode : {u"SSB"_qs, u"CW"_qs, u"DG"_qs})
+            for (const QString &band : CabrilloWriter::HeaderChoices().band.items)
+                if (band != u"ALL" && band != u"6m" && band != u"2m")
+                    rows << Qso(mode, band, u"XX2BB/%1"_qs.arg(rows.size()), QString::number(++minute));
+        rows.last().RSR = u"O'HIGGINS"_qs;
+        rows << Qso(u"CW"_qs, u"6m"_qs, u"XX2CC"_qs, u"1300"_qs) << Qso(u"FM"_qs, u"20m"_qs, u"XX2DD"_qs, u"1301"_qs);
+        MemoryFiles files;
+        const auto lines = CabrilloWriter::BuildLines(rows, contest.ownCall);
+        QVERIFY(CabrilloWriter::WriteFile(files, filePath, WholeFile(lines.text)));
+        // Other systems' line ends must not matter.
+        for (const char *lineEnd : {"\r\n", "\r", "\n"}) {
+            MemoryFiles other;
+            other.content[filePath] = QByteArray(files.content[filePath]).replace("\r\n", lineEnd);
+            QCOMPARE(*CabrilloReader::NormalizeCabrilloFile(other, filePath), 0);
+            const auto taken = Take(*CabrilloReader::ReadLines(other, filePath));
+            QList<QsoRow> expected = rows;
+            expected[18].Banda = u"10m"_qs; // 6 m tells no band: the one before
+            expected[19].Modo = u"SSB"_qs; // phone has one name only in the file
+            QCOMPARE(ShownOf(taken), Shown(expected));
+        }
+        QCOMPARE(CabrilloReader::QsoLinesOf(*CabrilloReader::ReadLines(files, filePath)), lines.text);
+    }
+
+    void ACheckedFileAgrees()
+    {
+        QList<QsoRow> rows{QsoRow()};
+        for (const QString &band : CabrilloWriter::HeaderChoices().band.items)
+            if (band != u"ALL" && band != u"2m")
+                rows << Qso(u"CW"_qs, band, u"XX2BB"_qs) << Qso(u"FM"_qs, band, u"XX2BB"_qs);
+        const QString text = CabrilloWriter::BuildLines(rows, contest.ownCall).text;
+        QCOMPARE(Reasons(WholeFile(text), rows), QStringList());
+        // Real kilohertz put in by hand, and lines moved about, are still the same QSOs.
+        QStringList lines =
+            QString(text).replace(u"QSO:  7000"_qs, u"QSO:  7025"_qs).split(u"\r\n"_qs, Qt::SkipEmptyParts);
+        lines.move(0, 9);
+        QCOMPARE(Reasons(WholeFile(lines.join(u"\r\n"_qs)), rows), QStringList());
+    }
+
+    void WhatACheckFinds_data()
+    {
+        QTest::addColumn<QsoRow>("row");
+        QTest::addColumn<QString>("from"); // what the operator changed in the text
+        QTest::addColumn<QString>("to");
+        QTest::addColumn<QString>("reasons");
+        const QsoRow sound = Qso(u"CW"_qs, u"40m"_qs, u"XX2BB"_qs);
+        const auto add = [](const char *name, const QsoRow &row, QStringView from, QStringView to,
+                             QStringView reasons) {
+            QTest::newRow(name) << row << from.toString() << to.toString() << reasons.toString();
+        };
+        const auto with = [&](QString QsoRow::*field, const QString &value) {
+            QsoRow row = sound;
+            row.*field = value;
+            return row;
+        };
+        add("no received exchange", with(&QsoRow::RSR, {}), u"", u"", u"16: falta lo recibido");
+        add("no date", with(&QsoRow::Fecha, {}), u"", u"",
+            u"16: falta la fecha; las columnas están corridas desde «1203»");
+        add("exchange of two words", with(&QsoRow::RSR, u"A B"_qs), u"", u"",
+            u"16: la línea tiene 12 palabras y debe tener 11");
+        add("letters that the file cannot hold", with(&QsoRow::RSR, u"Ж"_qs), u"", u"",
+            u"16: recibido: ? en el archivo, Ж en el log");
+        add("unknown band", with(&QsoRow::Banda, u"70cm"_qs), u"", u"", u"16: el formato no conoce la banda «70cm»");
+        add("unknown mode", with(&QsoRow::Modo, u"RTTY"_qs), u"", u"",
+            u"16: el formato no conoce el modo RTTY; las columnas están corridas desde «2024-03-09»");
+        add("2 m", with(&QsoRow::Banda, u"2m"_qs), u"", u"",
+            u"16: la frecuencia está pegada a «QSO:» y la línea se corre una palabra");
+        add("long call", with(&QsoRow::Estacion, u"XX2BBBBBBBBBBB"_qs), u"", u"",
+            u"16: las columnas están corridas desde «599»");
+        add("frequency of another band", sound, u" 7000", u"14000",
+            u"16: la frecuencia 14000 no es de la banda 40m del log");
+        add("exchange changed", sound, u"012", u"021", u"16: recibido: 021 en el archivo, 012 en el log");
+        add("call changed", sound, u"XX2BB", u"XX2BC", u"16: corresponsal: XX2BC en el archivo, XX2BB en el log");
+        add("excluded", sound, u"QSO: ", u"X-QSO: ", u"16: X-QSO: no cuenta para el concurso");
+        add("line gone", sound, u"QSO:  7000", u"QZO:  7000", u"0: falta en el archivo");
+        add("line too many", sound, u"END-OF-LOG",
+            u"QSO:  7000 CW 2024-03-10 1203 XX1AA         599 001    XX3CC         599 012\r\nEND-OF-LOG",
+            u"17: ningún QSO del log es el de esta línea");
+        add("second header", sound, u"QSO: ", u"START-OF-LOG: 3.0\r\nQSO: ", u"16: el encabezado está repetido");
+        add("no end", sound, u"END-OF-LOG:", u"", u"0: falta el final");
+        add("another own call", sound, u"CALLSIGN: XX1AA", u"CALLSIGN: XX1AB", u"2: la señal de los QSOs es XX1AA");
+    }
+    void WhatACheckFinds()
+    {
+        QFETCH(QsoRow, row);
+        QFETCH(QString, from);
+        QFETCH(QString, to);
+        QString text = WholeFile(CabrilloWriter::QsoLine(row) + u"\r\n");
+        if (!from.isEmpty()) {
+            QVERIFY(text.contains(from));
+            text.replace(from, to);
+        }
+        QTEST(Reasons(text, {row}).join(u'/'), "reasons");
+    }
+
+    void TheReportIsShortAndCounts()
+    {
+        QList<QsoRow> rows;
+        for (int number = 0; number < 12; ++number)
+            rows << Qso(u"CW"_qs, u"40m"_qs, u"XX2B%1"_qs.arg(number));
+        const auto report = CabrilloCheck::Compare({u"START-OF-LOG: 3.0"_qs, u"END-OF-LOG:"_qs}, rows);
+        const QString text = report.Text();
+        QVERIFY(text.startsWith(u"El log tiene 12 QSO(s) y el archivo 0."));
+        QCOMPARE(text.count(u"falta en el archivo"_qs), 10);
+        QVERIFY(text.endsWith(u"... y 2 más."));
+        QVERIFY(CabrilloCheck::Report().Text().isEmpty());
+        QVERIFY(!CabrilloCheck::CheckFile(MemoryFiles(), filePath, rows));
+    }
+};
+
+TORDILLO_TEST(TestCabrillo)
+#include "TestCabrillo.moc"

@@ -117,9 +117,8 @@ int main(int argc, char **argv)
     logbook.LogInUse = QString::fromLocal8Bit(argv[2]);
     Windows windows;
     Program program{logbook, scheduler, dialogs, windows, [] { QCoreApplication::processEvents(); },
-        [](int exitCode) { QCoreApplication::exit(exitCode); }, [](const char *) { }, {}, false, false};
+        [](int exitCode) { QCoreApplication::exit(exitCode); }, [](const char *) { }, {}, {}, false, false};
     windows.SetProgram(program);
-    windows.Main().show();
     windows.Main().LoadLogPage(1);
     QTimer::singleShot(settling, &windows.Main(), [&] { Measure(program); });
     return QCoreApplication::exec();

@@ -85,7 +85,7 @@ int RunProgram(Application &application)
     Logbook logbook(folder, files, clock);
     Windows windows;
     Program program{logbook, scheduler, dialogs, windows, [] { QCoreApplication::processEvents(); },
-        [](int exitCode) { QCoreApplication::exit(exitCode); }, Mark, {}, false, false};
+        [](int exitCode) { QCoreApplication::exit(exitCode); }, Mark, {}, {}, false, false};
     windows.SetProgram(program);
     if (!windows.Main().Load())
         return 1;

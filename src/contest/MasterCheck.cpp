@@ -29,6 +29,12 @@ quint64 KeyOf(QStringView text)
     return key;
 }
 
+// Whether the key holds all that stands behind the first two characters.
+bool IsExact(QStringView text)
+{
+    return text.size() <= keyEnd && std::all_of(text.begin(), text.end(), [](QChar c) { return c.unicode() <= 0xFF; });
+}
+
 // Agrees with what was typed from the fourth character on; "?" agrees with any.
 bool AgreesBehindThird(QStringView call, QStringView text)
 {
@@ -38,24 +44,61 @@ bool AgreesBehindThird(QStringView call, QStringView text)
     return true;
 }
 
+MasterHit NearHit(const QString &call, QStringView text)
+{
+    MasterHit hit{call, false, {}};
+    hit.different.reserve(call.size());
+    for (qsizetype i = 0; i < call.size(); ++i)
+        hit.different << (i >= text.size() || call[i] != text[i]);
+    return hit;
+}
+
 } // namespace
+
+// What was typed, and where the keys must equal its own.
+struct MasterCheck::Typed {
+    QStringView text;
+    quint64 key = 0, prefixMask = 0, nearMask = 0;
+    bool exact; // a key that agrees says all, where the call's is exact too
+    bool doubtful; // holds "?"
+
+    explicit Typed(QStringView typed)
+        : text(typed)
+        , key(KeyOf(typed))
+        , exact(IsExact(typed))
+        , doubtful(typed.contains(u'?'))
+    {
+        for (qsizetype i = keyFirst; i < std::min(text.size(), keyEnd); ++i) {
+            prefixMask |= KeyByte(i, 0xFF);
+            if (i > keyFirst && text[i] != u'?')
+                nearMask |= KeyByte(i, 0xFF);
+        }
+    }
+};
 
 MasterCheck::MasterCheck(QStringList calls, std::optional<QDate> date)
     : calls_(std::move(calls))
     , date_(date)
 {
-    entries_.reserve(static_cast<size_t>(calls_.size()));
+    std::vector<std::pair<quint64, quint32>> order; // first three characters, place in the list
+    order.reserve(static_cast<size_t>(calls_.size()));
     for (qsizetype i = 0; i < calls_.size(); ++i)
-        if (const QString &call = calls_.at(i); call.size() >= shortestSearch)
-            entries_.push_back(
-                {KeyOf(call), static_cast<quint32>(i), static_cast<quint16>(std::min<qsizetype>(call.size(), 0xFFFF))});
-    const auto pairOf = [this](const Entry &entry) { return PairOf(calls_.at(entry.call)); };
-    std::stable_sort(
-        entries_.begin(), entries_.end(), [&](const Entry &a, const Entry &b) { return pairOf(a) < pairOf(b); });
-    for (quint32 i = 0; i < entries_.size(); ++i) {
-        Range &range = ranges_[pairOf(entries_[i])];
-        if (range.count++ == 0)
-            range.first = i;
+        if (const QStringView call = calls_.at(i); call.size() >= shortestSearch)
+            order.emplace_back(static_cast<quint64>(PairOf(call)) << 16 | call[2].unicode(), static_cast<quint32>(i));
+    std::sort(order.begin(), order.end());
+    // The texts are made anew in the order of the entries, so that those of one range lie close together in memory.
+    entries_.reserve(order.size());
+    texts_.reserve(order.size());
+    for (quint32 i = 0; i < order.size(); ++i) {
+        QString &call = calls_[order[i].second];
+        call = QString(call.constData(), call.size());
+        texts_.push_back(call);
+        const auto length = static_cast<quint16>(std::min<qsizetype>(call.size(), 0xFFFF));
+        entries_.push_back({KeyOf(call), order[i].second, length, IsExact(call)});
+        QList<Range> &ranges = ranges_[PairOf(call)];
+        if (ranges.isEmpty() || order[ranges.last().first].first != order[i].first)
+            ranges.append({i, 0});
+        ++ranges.last().count;
     }
 }
 
@@ -63,34 +106,62 @@ QList<MasterHit> MasterCheck::Search(QStringView text) const
 {
     if (text.size() < shortestSearch)
         return {};
-    const QString typed = text.toString().toUpper();
-    if (typed.contains(u'*') || QStringView(typed).first(2).contains(u'?'))
-        return SearchAll(typed);
-    return SearchRange(typed, ranges_.value(PairOf(typed)));
+    const QString upper = text.toString().toUpper();
+    if (upper.contains(u'*') || QStringView(upper).first(2).contains(u'?'))
+        return SearchAll(upper);
+    const Typed typed(upper);
+    const QList<Range> ranges = ranges_.value(PairOf(upper));
+    QList<MasterHit> hits;
+    for (const Range &range : ranges)
+        if (texts_[range.first][2] == upper[2])
+            AddPrefixHits(hits, typed, range);
+    AddNearHits(hits, typed, ranges);
+    return hits;
 }
 
-QList<MasterHit> MasterCheck::SearchRange(QStringView text, Range range) const
+void MasterCheck::AddPrefixHits(QList<MasterHit> &hits, const Typed &typed, Range range) const
 {
-    const quint64 wanted = KeyOf(text);
-    quint64 prefixMask = 0, nearMask = 0;
-    for (qsizetype i = keyFirst; i < std::min(text.size(), keyEnd); ++i) {
-        prefixMask |= KeyByte(i, 0xFF);
-        if (i > keyFirst && text[i] != u'?')
-            nearMask |= KeyByte(i, 0xFF);
-    }
-    QList<MasterHit> hits, near;
-    for (quint32 i = range.first; i < range.first + range.count; ++i) {
+    if (typed.text.size() == shortestSearch)
+        hits.reserve(range.count + mostNearHits);
+    for (quint32 i = range.first; i < range.first + range.count; ++i)
+        if (((entries_[i].key ^ typed.key) & typed.prefixMask) == 0 && texts_[i].startsWith(typed.text))
+            hits.append({texts_[i], true, {}});
+}
+
+void MasterCheck::AddNearHits(QList<MasterHit> &hits, const Typed &typed, const QList<Range> &ranges) const
+{
+    // Of each range its first ones, and of these the first of all.
+    std::vector<quint32> found;
+    for (const Range &range : ranges)
+        if (typed.doubtful || texts_[range.first][2] != typed.text[2])
+            CollectNear(found, typed, range);
+    std::sort(
+        found.begin(), found.end(), [this](quint32 a, quint32 b) { return entries_[a].place < entries_[b].place; });
+    if (found.size() > mostNearHits)
+        found.resize(mostNearHits);
+    for (const quint32 i : found)
+        hits << NearHit(texts_[i], typed.text);
+}
+
+// Calls that begin as typed were shown already. One that is in the list twice is in one range twice.
+void MasterCheck::CollectNear(std::vector<quint32> &found, const Typed &typed, Range range) const
+{
+    const size_t before = found.size();
+    const auto isSame = [this](quint32 a, quint32 b) {
+        return entries_[a].key == entries_[b].key && entries_[a].length == entries_[b].length && texts_[a] == texts_[b];
+    };
+    for (quint32 i = range.first; i < range.first + range.count && found.size() < before + mostNearHits; ++i) {
         const Entry &entry = entries_[i];
-        const quint64 difference = entry.key ^ wanted;
-        if ((difference & nearMask) != 0 || entry.length < text.size())
+        if (((entry.key ^ typed.key) & typed.nearMask) != 0 || entry.length < typed.text.size())
             continue;
-        const QString &call = calls_.at(entry.call);
-        if ((difference & prefixMask) == 0 && call.startsWith(text))
-            hits.append({call, true, {}});
-        else if (near.size() < mostNearHits && AgreesBehindThird(call, text))
-            AddNear(near, text, call);
+        if (!(typed.exact && entry.exact) && !AgreesBehindThird(texts_[i], typed.text))
+            continue;
+        if (typed.doubtful && texts_[i].startsWith(typed.text))
+            continue;
+        const auto own = found.begin() + static_cast<std::ptrdiff_t>(before);
+        if (std::none_of(own, found.end(), [&](quint32 other) { return isSame(other, i); }))
+            found.push_back(i);
     }
-    return hits + near;
 }
 
 QList<MasterHit> MasterCheck::SearchAll(QStringView text) const
@@ -100,21 +171,11 @@ QList<MasterHit> MasterCheck::SearchAll(QStringView text) const
     for (const QString &call : calls_) {
         if (call.startsWith(text))
             hits.append({call, true, {}});
-        else if (near.size() < mostNearHits && Wildcard::Matches(pattern, call))
-            AddNear(near, text, call);
+        else if (near.size() < mostNearHits && Wildcard::Matches(pattern, call)
+            && std::none_of(near.begin(), near.end(), [&](const MasterHit &hit) { return hit.call == call; }))
+            near << NearHit(call, text);
     }
     return hits + near;
-}
-
-void MasterCheck::AddNear(QList<MasterHit> &near, QStringView text, const QString &call) const
-{
-    if (std::any_of(near.begin(), near.end(), [&](const MasterHit &hit) { return hit.call == call; }))
-        return;
-    MasterHit hit{call, false, {}};
-    hit.different.reserve(call.size());
-    for (qsizetype i = 0; i < call.size(); ++i)
-        hit.different << (i >= text.size() || call[i] != text[i]);
-    near << std::move(hit);
 }
 
 MasterCheck LoadMasterFile(const FileSystem &files, const QString &path, const Reporter &report)

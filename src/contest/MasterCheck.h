@@ -43,29 +43,34 @@ public:
 
     // First all calls that begin with `text`, then those that agree in the first two characters and from the fourth
     // on, at most mostNearHits of them and none twice; both in the order of the list. "?" in the text stands for any
-    // character in the second group. Looks only at calls that share the first two characters; a text with "?" there,
-    // or with "*", looks at all.
+    // character in the second group. Looks only at calls that share the first two characters; only a text with "?"
+    // there, or with "*", looks at all.
     QList<MasterHit> Search(QStringView text) const;
 
 private:
-    // The characters from the third to the tenth, a byte each, the third lowest: enough to pass over nearly all calls.
+    // What tells nearly all calls apart without touching their texts.
     struct Entry {
-        quint64 key = 0;
-        quint32 call = 0; // place in calls_
+        quint64 key = 0; // the characters from the third to the tenth, a byte each, the third lowest
+        quint32 place = 0; // in calls_
         quint16 length = 0; // cut at 65535
+        bool exact = false; // the key says all of the call but its first two characters
     };
     struct Range {
         quint32 first = 0, count = 0;
     };
+    struct Typed;
 
-    QList<MasterHit> SearchRange(QStringView text, Range range) const;
+    void AddPrefixHits(QList<MasterHit> &hits, const Typed &typed, Range range) const;
+    void AddNearHits(QList<MasterHit> &hits, const Typed &typed, const QList<Range> &ranges) const;
+    void CollectNear(std::vector<quint32> &found, const Typed &typed, Range range) const;
     QList<MasterHit> SearchAll(QStringView text) const;
-    void AddNear(QList<MasterHit> &near, QStringView text, const QString &call) const;
 
     QStringList calls_;
     std::optional<QDate> date_;
-    std::vector<Entry> entries_; // calls with the same first two characters side by side, in the order of the list
-    QHash<quint32, Range> ranges_;
+    // Calls with the same first three characters stand side by side, in the order of the list.
+    std::vector<Entry> entries_;
+    std::vector<QString> texts_; // of the entries; calls_ shares them
+    QHash<quint32, QList<Range>> ranges_; // by the first two characters, one range for each third
 };
 
 // Reads master.txt: one call a line, outer blanks off, in upper case; a line with "#" holds the date of the list. Line

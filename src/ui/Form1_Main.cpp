@@ -10,12 +10,15 @@
 #include "ui/Form10_About.h"
 #include "ui/Form11_Satellites.h"
 #include "ui/Form12_AdifImport.h"
+#include "ui/Form13_Analysis.h"
 #include "ui/Form15_Backup.h"
 #include "ui/Form16_Profiles.h"
 #include "ui/Form17_CallQsos.h"
 #include "ui/Form2_Settings.h"
+#include "ui/Form4_Contest.h"
 #include "ui/Form5_EditQso.h"
 #include "ui/Form6_Search.h"
+#include "ui/Form8_ContestLogs.h"
 #include "ui/LogCommands.h"
 #include "ui/LogListPanel.h"
 #include "ui/MainMenu.h"
@@ -127,6 +130,8 @@ void Form1::ConnectMenu()
     menu_->On("conf", this, &Form1::OpenSettings);
     menu_->On("ppeerr", this, [this] { program_.windows.Profiles().ShowProfiles(); });
     menu_->On("eadif", this, [this] { program_.windows.Search().ShowSearch(); });
+    menu_->On("cabro", this, &Form1::OpenContest);
+    menu_->On("anali", this, [this] { program_.windows.Analysis().ShowAnalysis(); });
     menu_->On("iadif", this, [this] { program_.windows.AdifImport().ShowImport(); });
     menu_->On("badif", this, [this] { program_.windows.Backup().OpenBackupWindow(); });
     menu_->On("satel", this, &Form1::OpenSatellites);
@@ -389,6 +394,16 @@ void Form1::OpenEditLast()
 void Form1::OpenSatellites()
 {
     program_.windows.Satellites([this] { satellite_->LoadSatellites(); }).ShowEditor();
+}
+
+void Form1::OpenContest()
+{
+    if (const Result<void> upgraded = UpgradeSchema(program_.logbook.Store()); !upgraded) {
+        dialogs().Message(this, upgraded.failure().text, Dialogs::Icon::Critical);
+        return;
+    }
+    if (const auto contest = program_.windows.ContestLogs().Choose())
+        program_.windows.Contest().Enter(*contest);
 }
 
 void Form1::FieldEntered(QWidget *field) { entry_->Entered(field); }

@@ -77,6 +77,7 @@ private:
     void SetViaSatellite(bool on);
     void OpenSettings();
     void OpenEditLast();
+    void OpenContest();
     void OpenSatellites();
     bool ConfirmLeaving();
     void Leave();

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "contest/MasterCheck.h"
 #include "core/Logbook.h"
 #include "core/Scheduler.h"
 #include "logging/DxccTable.h"
@@ -22,6 +23,7 @@ struct Program {
     std::function<void(const char *name)> mark; // for the measures of script/bench
 
     DxccTable dxcc;
+    MasterCheck master;
     bool LoadingMainWindow = false;
     bool FirstRun = false;
 };

@@ -72,6 +72,7 @@ bool StartUp::Load()
     satellite_.RestoreSatellite();
     trace.Mark("3");
     entry_.RestoreExitMemory();
+    program_.master = LoadMasterFile(program_.logbook.Files(), program_.logbook.PathOf(u"master.txt"_qs));
     trace.Mark("4");
     LoadPrefixTable();
     program_.LoadingMainWindow = false;

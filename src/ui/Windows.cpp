@@ -5,15 +5,21 @@
 #include "ui/Form10_About.h"
 #include "ui/Form11_Satellites.h"
 #include "ui/Form12_AdifImport.h"
+#include "ui/Form13_Analysis.h"
 #include "ui/Form15_Backup.h"
 #include "ui/Form16_Profiles.h"
 #include "ui/Form17_CallQsos.h"
+#include "ui/Form19_CabrilloText.h"
 #include "ui/Form1_Main.h"
 #include "ui/Form21_PhoneImportHelp.h"
 #include "ui/Form2_Settings.h"
 #include "ui/Form3_OpenLog.h"
+#include "ui/Form4_Contest.h"
 #include "ui/Form5_EditQso.h"
 #include "ui/Form6_Search.h"
+#include "ui/Form7_EditContestQso.h"
+#include "ui/Form8_ContestLogs.h"
+#include "ui/Form9_CabrilloHeader.h"
 #include "ui/Program.h"
 
 #include <QtGlobal>
@@ -49,6 +55,12 @@ Form11 &Windows::Satellites(std::function<void()> changed)
     return Made(form11_, program_->logbook, program_->dialogs, &Main(), std::move(changed));
 }
 Form16 &Windows::Profiles() { return Made(form16_, program_->logbook, program_->dialogs, &Main()); }
+Form4 &Windows::Contest() { return Made(form4_, *program_); }
+Form7 &Windows::EditContestQso(QWidget &owner) { return Made(form7_, *program_, &owner); }
+Form8 &Windows::ContestLogs() { return Made(form8_, *program_, &Main()); }
+Form9 &Windows::CabrilloHeader(QWidget &owner) { return Made(form9_, *program_, &owner); }
+Form13 &Windows::Analysis() { return Made(form13_, *program_, &Main()); }
+Form19 &Windows::CabrilloText() { return Made(form19_, *program_, &Main()); }
 Form12 &Windows::AdifImport() { return Made(form12_, *program_, &Main()); }
 Form15 &Windows::Backup() { return Made(form15_, *program_, &Main()); }
 Form21 &Windows::PhoneImportHelp(QWidget &owner) { return Made(form21_, program_->dialogs, &owner); }

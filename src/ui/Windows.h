@@ -9,14 +9,20 @@ struct Program;
 class Form1;
 class Form2;
 class Form3;
+class Form4;
 class Form5;
 class Form6;
+class Form7;
+class Form8;
+class Form9;
 class Form10;
 class Form11;
 class Form12;
+class Form13;
 class Form15;
 class Form16;
 class Form17;
+class Form19;
 class Form21;
 class QWidget;
 
@@ -32,15 +38,21 @@ public:
     Form1 &Main();
     Form2 &Settings();
     Form3 &OpenLog();
+    Form4 &Contest();
     Form5 &EditQso();
     Form6 &Search();
+    Form7 &EditContestQso(QWidget &owner);
+    Form8 &ContestLogs();
+    Form9 &CabrilloHeader(QWidget &owner);
     Form10 &About();
     // `changed` is called after each change of the catalogue.
     Form11 &Satellites(std::function<void()> changed);
     Form12 &AdifImport();
+    Form13 &Analysis();
     Form15 &Backup();
     Form16 &Profiles();
     Form17 &CallQsos();
+    Form19 &CabrilloText();
     Form21 &PhoneImportHelp(QWidget &owner);
 
 private:
@@ -48,13 +60,19 @@ private:
     std::unique_ptr<Form1> form1_;
     std::unique_ptr<Form2> form2_;
     std::unique_ptr<Form3> form3_;
+    std::unique_ptr<Form4> form4_;
     std::unique_ptr<Form5> form5_;
     std::unique_ptr<Form6> form6_;
+    std::unique_ptr<Form7> form7_;
+    std::unique_ptr<Form8> form8_;
+    std::unique_ptr<Form9> form9_;
     std::unique_ptr<Form10> form10_;
     std::unique_ptr<Form11> form11_;
     std::unique_ptr<Form12> form12_;
+    std::unique_ptr<Form13> form13_;
     std::unique_ptr<Form15> form15_;
     std::unique_ptr<Form16> form16_;
     std::unique_ptr<Form17> form17_;
+    std::unique_ptr<Form19> form19_;
     std::unique_ptr<Form21> form21_;
 };

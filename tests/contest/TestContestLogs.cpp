@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "SomeContest.h"
 #include "contest/ContestLogs.h"
+#include "support/FaultVfs.h"
 #include "support/RawDatabase.h"
 #include "support/TestRegistry.h"
 
@@ -17,9 +18,12 @@ private Q_SLOTS:
     void init()
     {
         folder_ = std::make_unique<QTemporaryDir>();
-        store_ = std::make_unique<LogStore>(folder_->filePath(u"base0.mdb"_qs));
+        FaultVfs::Instance().Reset();
+        FaultVfs::Instance().SetRealSyncs(false);
+        store_ = std::make_unique<LogStore>(folder_->filePath(u"base0.mdb"_qs), "fault");
         QVERIFY(store_->CreateEmpty());
     }
+    void cleanup() { FaultVfs::Instance().Reset(); }
 
     void AContestLivesByItsHeaderRow()
     {

@@ -82,7 +82,8 @@ private Q_SLOTS:
             {Row({.time = u"2100"}), Row({.time = u"2200"}), Row({.mode = u"CW", .time = u"2300"}),
                 Row({.contest = u"Otro"})}));
         QStringList times;
-        for (const QsoRow &row : *FindContestDuplicates(*store_, name, call, mode, band))
+        const QList<QsoRow> found = *FindContestDuplicates(*store_, name, call, mode, band);
+        for (const QsoRow &row : found)
             times << row.Hora;
         QTEST(times.join(u' '), "times");
     }

@@ -63,7 +63,7 @@ private Q_SLOTS:
         QTest::newRow("three") << u"LU1"_qs << u"LU1ABC LU1ABD LU1ABC LU7ABC--!!!! LU2XYZ--!!!! LU7--!"_qs;
         QTest::newRow("in full") << u"LU1ABC"_qs << u"LU1ABC LU1ABC LU7ABC--!---"_qs;
         QTest::newRow("longer than the entries") << u"LU1ABCD"_qs << QString();
-        QTest::newRow("small letters") << u"lu7abc"_qs << u"LU7ABC LU1ABC--!---"_qs;
+        QTest::newRow("small letters") << u"lu7abc"_qs << u"LU7ABC LU7ABC LU1ABC--!---"_qs;
         QTest::newRow("doubtful behind the third") << u"LU1?BD"_qs << u"LU1ABD---!--"_qs;
         QTest::newRow("doubtful at the second") << u"L?1ABD"_qs << u"LU1ABD-!----"_qs;
         QTest::newRow("longer than the key") << u"PY1LONGCALL/P"_qs << u"PY1LONGCALL/P PY2LONGCALL/P--!----------"_qs;

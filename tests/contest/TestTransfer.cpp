@@ -20,6 +20,7 @@ private Q_SLOTS:
     {
         folder_ = std::make_unique<QTemporaryDir>();
         FaultVfs::Instance().Reset();
+        FaultVfs::Instance().SetRealSyncs(false);
         store_ = std::make_unique<LogStore>(folder_->filePath(u"base0.mdb"_qs), "fault");
         QVERIFY(store_->CreateEmpty());
         QVERIFY(CreateContest(*store_, name, SerieType::Incremental));
@@ -72,8 +73,10 @@ private Q_SLOTS:
                           "('SSB','40m','LU9ZZZ','LU1ABC','2026-11-24','21:20:00','Ajeno')"));
         const auto first = Transfer();
         QCOMPARE(TransferMessage(*first), u"Transferencia:\nCopiados: 4\nDuplicados: 1"_qs);
-        QCOMPARE(raw_->Value("SELECT group_concat(Estacion||' '||Fecha||' '||Hora||' '||Frecuencia,',') FROM Tabla1 "
-                             "WHERE \"Nombre Log\"='Base'"),
+        QCOMPARE(
+            raw_->Value(
+                "SELECT group_concat(Estacion||' '||Fecha||' '||Hora||' '||Frecuencia,',') FROM (SELECT * FROM Tabla1 "
+                "WHERE \"Nombre Log\"='Base' ORDER BY id)"),
             u"LU1ABC 2026-11-24 21:15:00 7.000,LU2ABC 2026-11-24 21:00:00 7.000,LU2ABC 2026-11-24 21:19:00 7.000,"
             "LU3ABC 2026-11-24 21:15:00 7.000"_qs);
         const auto second = Transfer();

@@ -58,6 +58,9 @@ private Q_SLOTS:
         QTest::newRow("no triggers") << false << QByteArray("DROP TRIGGER Tabla1_alta; DROP TRIGGER Tabla1_baja");
         QTest::newRow("no counters") << false << QByteArray("DROP TABLE Contadores");
         QTest::newRow("no index") << false << QByteArray("DROP INDEX Tabla1_log");
+        QTest::newRow("no contest index") << false << QByteArray("DROP INDEX Tabla2_modo");
+        QTest::newRow("an index of earlier versions")
+            << false << QByteArray("CREATE INDEX Tabla2_log ON Tabla2 (\"Nombre Log\", Estacion, Modo, Banda)");
         QTest::newRow("no contest table") << false << QByteArray("DROP TABLE Tabla2");
     }
     void AnOldFileIsBroughtUpToDate()

@@ -147,14 +147,14 @@ private Q_SLOTS:
         QVERIFY(
             AdifStaging::StageRows(*store_, {prepared(u"LU1ABC"_qs, u"21:15"_qs), prepared(u"CX3AA"_qs, u"10:00"_qs)}));
         QStringList found;
-        for (const Staged &staged : *AdifStaging::StagedRows(*store_))
+        for (const Staged &staged : StagedRows())
             found << QStringList{staged.row.Estacion, staged.row.Fecha, staged.row.Hora, staged.dupe}.join(u'|');
         QCOMPARE(found,
             (QStringList{u"LU1ABC|2026-11-24|21:15:00|1"_qs, u"CX2AA|2026-11-24|12:00:00|VA"_qs,
                 u"CX3AA|2026-11-24|10:00:00|VA"_qs, u"CX1AA|2026-11-24|10:00:00|VA"_qs}));
         QCOMPARE(Rows().size(), 1);
         QVERIFY(AdifStaging::ClearStaging(*store_));
-        QVERIFY(AdifStaging::StagedRows(*store_)->isEmpty());
+        QVERIFY(StagedRows().isEmpty());
     }
 
     void ANewContactInTheLog()
@@ -169,7 +169,7 @@ private Q_SLOTS:
         row.MYSOTA = u" d "_qs;
         row.Obs = u" tal cual "_qs;
         StageAll({row});
-        const auto loaded = AdifStaging::LoadRows(*store_, logName, *AdifStaging::StagedRows(*store_), 1, false);
+        const auto loaded = AdifStaging::LoadRows(*store_, logName, StagedRows(), 1, false);
         QCOMPARE(loaded->inserted, 1);
         QCOMPARE(*loaded->lastId, 1);
         QsoRow expected = Logged(row);
@@ -198,7 +198,7 @@ private Q_SLOTS:
         Store({logged});
         const QsoRow fromFile = FromFile(u"lu1abc"_qs, u"21:20"_qs);
         StageAll({fromFile});
-        const QList<Staged> staged = *AdifStaging::StagedRows(*store_);
+        const QList<Staged> staged = StagedRows();
         auto loaded = AdifStaging::LoadRows(*store_, logName, staged, 1, false);
         QCOMPARE(loaded->skipped, 1);
         QVERIFY(!loaded->lastId);
@@ -229,7 +229,7 @@ private Q_SLOTS:
         Store({Logged(FromFile(u"CX3AA"_qs, u"13:00"_qs))});
         StageAll({FromFile(u"CX1AA"_qs, u"11:00"_qs), FromFile(u"CX2AA"_qs, u"12:00"_qs),
             FromFile(u"CX3AA"_qs, u"13:00"_qs), FromFile(u"CX4AA"_qs, u"14:00"_qs)});
-        const auto loaded = AdifStaging::LoadRows(*store_, logName, *AdifStaging::StagedRows(*store_), 3, false);
+        const auto loaded = AdifStaging::LoadRows(*store_, logName, StagedRows(), 3, false);
         QCOMPARE((QList{loaded->inserted, loaded->replaced, loaded->skipped}), (QList{2, 0, 1}));
         QCOMPARE(*loaded->lastId, 3);
         QStringList calls;
@@ -263,7 +263,7 @@ private Q_SLOTS:
         }
         Store(logged);
         StageAll(fromFile);
-        const QList<Staged> staged = *AdifStaging::StagedRows(*store_);
+        const QList<Staged> staged = StagedRows();
         const QList<QsoRow> rows = Rows();
         int fault = 0, failed = 0;
         while (true) {
@@ -281,7 +281,7 @@ private Q_SLOTS:
             store_->Close();
             QVERIFY(Rows() == rows);
             QCOMPARE(RawDatabase(store_->Path()).Value("PRAGMA integrity_check"), u"ok"_qs);
-            QCOMPARE(AdifStaging::StagedRows(*store_)->size(), staged.size());
+            QCOMPARE(StagedRows().size(), staged.size());
         }
         QVERIFY2(failed > (syncs ? 1 : 10), qPrintable(QString::number(failed)));
         QCOMPARE(Rows().size(), 60);
@@ -291,7 +291,7 @@ private Q_SLOTS:
     void ADatabaseThatIsInUse()
     {
         StageAll({FromFile()});
-        const QList<Staged> staged = *AdifStaging::StagedRows(*store_);
+        const QList<Staged> staged = StagedRows();
         RawDatabase other(store_->Path());
         QVERIFY(other.Run("BEGIN IMMEDIATE"));
         const auto loaded = AdifStaging::LoadRows(*store_, logName, staged, 1, false);
@@ -330,6 +330,11 @@ private:
         for (const QsoRow &row : rows)
             staged << *AdifStaging::Prepare(*store_, logName, row);
         QVERIFY(AdifStaging::StageRows(*store_, staged));
+    }
+    QList<Staged> StagedRows()
+    {
+        const Result<QList<Staged>> rows = AdifStaging::StagedRows(*store_);
+        return rows ? *rows : QList<Staged>();
     }
     QList<QsoRow> Rows()
     {

@@ -151,7 +151,7 @@ int main(int argc, char **argv)
         SetUpStation(logbook, dark);
         Windows windows;
         Program program{logbook, scheduler, dialogs, windows, [] { QApplication::processEvents(); }, [](int) {},
-            [](const char *) {}, {}, false, false};
+            [](const char *) {}, {}, {}, false, false};
         windows.SetProgram(program);
         program.dxcc.AddLine(u"LU;;Argentina");
         ApplyWindowTheme(dark ? Theme::Dark : Theme::Light);

@@ -3,6 +3,7 @@
 #include "Desk.h"
 
 #include "core/QsoTable.h"
+#include "support/FailingDevice.h"
 #include "ui/Form1_Main.h"
 #include "ui/Theme.h"
 #include "ui/Windows.h"
@@ -22,8 +23,8 @@
 
 class Desk::Files : public FileSystem {
 public:
-    explicit Files(const QStringList &unwritable)
-        : unwritable_(unwritable)
+    explicit Files(const Desk &desk)
+        : desk_(desk)
     {
     }
 
@@ -37,17 +38,37 @@ public:
     {
         if (Refuses(path))
             return Refusal(path);
-        return FileSystem::OpenForWriting(path);
+        auto file = FileSystem::OpenForWriting(path);
+        if (!file || !desk_.room)
+            return file;
+        return std::unique_ptr<QIODevice>(std::make_unique<NarrowFile>(*std::move(file), *desk_.room));
     }
 
 private:
-    bool Refuses(const QString &path) const { return unwritable_.contains(QFileInfo(path).fileName()); }
+    class NarrowFile : public FailingDevice {
+    public:
+        NarrowFile(std::unique_ptr<QIODevice> file, qint64 room)
+            : FailingDevice(*file, room, Trouble::DiskFull)
+            , file_(std::move(file))
+        {
+            NarrowFile::open(WriteOnly);
+        }
+        ~NarrowFile() override { close(); }
+
+    private:
+        std::unique_ptr<QIODevice> file_;
+    };
+
+    bool Refuses(const QString &path) const
+    {
+        return desk_.unwritable.contains(QFileInfo(path).fileName()) || desk_.unwritable.contains(path);
+    }
     static Failure Refusal(const QString &path)
     {
         return {u"No se puede escribir el archivo\n%1"_qs.arg(path), Failure::Kind::ReadOnly};
     }
 
-    const QStringList &unwritable_;
+    const Desk &desk_;
 };
 
 struct Desk::Process {
@@ -56,7 +77,7 @@ struct Desk::Process {
         , windows(std::make_unique<Windows>())
         , program{logbook, scheduler, desk.dialogs, *windows, [] { QCoreApplication::processEvents(); },
               [&desk](int exitCode) { desk.ended = exitCode; },
-              [&desk](const char *name) { desk.marks << QString::fromLatin1(name); }, {}, false, false}
+              [&desk](const char *name) { desk.marks << QString::fromLatin1(name); }, {}, {}, false, false}
     {
         windows->SetProgram(program);
     }
@@ -69,7 +90,7 @@ struct Desk::Process {
 };
 
 Desk::Desk()
-    : files_(std::make_unique<Files>(unwritable))
+    : files_(std::make_unique<Files>(*this))
 {
     HealDisk();
 }

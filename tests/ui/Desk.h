@@ -98,7 +98,8 @@ public:
 
     FixedClock clock;
     RecordingDialogs dialogs;
-    QStringList unwritable; // names of files that cannot be written
+    QStringList unwritable; // files that cannot be written, by name or by whole path
+    std::optional<qint64> room; // bytes that each file written line by line gets before its disk is full
     std::optional<int> ended; // exit code of the process that asked to end
     QStringList marks;
 

@@ -1,0 +1,103 @@
+// SPDX-FileCopyrightText: 2026 The Tordillo Compact authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "contest/ContestEntry.h"
+#include "contest/ContestLogs.h"
+#include "contest/Macros.h"
+#include "core/Scheduler.h"
+#include "ui/ContestListModel.h"
+#include "ui/Window.h"
+
+#include <array>
+#include <memory>
+
+struct Program;
+class ContestCommands;
+class MasterView;
+class QPushButton;
+namespace Ui {
+class Form4;
+}
+
+// The contest: call and exchange large and side by side, the log on screen, newest first. Modal to the program; the
+// main window lies minimised meanwhile.
+//
+// | control                     | meaning                                    | guarded by            |
+// |-----------------------------|--------------------------------------------|-----------------------|
+// | Text2                       | own call                                   | CheckContestOwnCall   |
+// | Fecha, Hora, Check2         | UTC; typed while Check2 is ticked          | CheckContestFecha, Hora |
+// | Corresponsal                | call                                       | KeyFilter::Callsign   |
+// | RSE, RSR                    | serial sent, exchange received             | SentSerieFilter       |
+// | Combo1, Combo2              | mode, band                                 |                       |
+// | mhz, Text1, Label6          | frequency that is stored, band of the list |                       |
+// | Label2, Label3              | contest and series type                    |                       |
+// | Label7, Frame4, ListView1   | "DUPLICADO" and the earlier contacts       |                       |
+// | Label9, Label11             | number of contacts, country of the call    |                       |
+// | Check8, Frame2, MCheck      | MasterCheck                                |                       |
+// | macros_0 to 6, ESM, HScroll1 ... | keyer and macros                      |                       |
+// | Command1, 2, 4, IMP_C_FT8   | Cabrillo, ADIF, general log, Cabrillo in   |                       |
+//
+// Keys: Enter stores, Space moves between call and exchange, F12 edits the last contact, Ctrl+W wipes the call, Page Up
+// and Page Down change the speed, F8 repaints the log.
+class Form4 : public Window {
+    Q_OBJECT
+
+public:
+    explicit Form4(Program &program);
+    ~Form4() override;
+
+    // Shows the contest until the operator leaves it.
+    void Enter(const ContestLog &contest);
+
+protected:
+    bool PreviewKey(QKeyEvent *event) override;
+    bool ClaimsShortcut(const QKeyEvent *event) const override;
+    void FieldLeft(QWidget *field) override;
+    void FieldEntered(QWidget *field) override;
+    QWidget *FocusFallback() const override;
+    bool MayClose() override;
+
+private:
+    void FillLists();
+    void AttachFilters();
+    void Connect();
+    void ConnectTransmission();
+    void BuildMenu();
+    void Activate();
+    void ShowLastValues();
+    void LoadList();
+    ContestFields ReadFields() const;
+    QWidget *FieldOf(ContestFocus focus) const;
+    void Store();
+    void Stored(const QsoRow &row);
+    void CallChanged();
+    void ShowDuplicates();
+    void ModeChosen();
+    void ShowPanels();
+    void ShowMacroCaptions();
+    void NextSerial();
+    void SetSpeed(int speed);
+    void EditLastContestQso();
+    void EditRow(const QsoRow &row, int place);
+    void ManualTimeTicked(bool manual);
+    void Tick();
+    bool Leave(bool askForCall);
+    bool IsIncremental() const;
+    bool TellIfFailed(const Failure *failure);
+
+    Program &program_;
+    std::unique_ptr<Ui::Form4> ui_;
+    ContestListModel log_, duplicates_;
+    MasterView *master_;
+    ContestCommands *commands_;
+    std::array<QPushButton *, macroCount> macroButtons_;
+    MacroTexts macros_;
+    std::unique_ptr<Scheduler::Timer> Timer1_; // the clock
+    std::unique_ptr<Scheduler::Timer> Timer2_; // the panels follow the mode
+    bool ContestLoading_ = false;
+    bool leaving_ = false;
+    qint64 count_ = 0;
+    QString SavedCall_, SavedSerie_;
+    int SavedSpeed_ = 20;
+};

@@ -1,0 +1,72 @@
+// SPDX-FileCopyrightText: 2026 The Tordillo Compact authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "ui/MasterView.h"
+
+#include "ui/Theme.h"
+
+#include <QListWidget>
+#include <QMouseEvent>
+#include <QTextBlock>
+#include <QTextBrowser>
+#include <QTextCursor>
+
+namespace {
+
+// Blue and red as told, and lighter ones that read on the dark ground.
+QColor SameColour() { return CurrentTheme() == Theme::Dark ? QColor(0x90B8FF) : QColor(0x0000FF); }
+QColor DifferentColour() { return CurrentTheme() == Theme::Dark ? QColor(0xFF9090) : QColor(0xFF0000); }
+
+// Longer results are no help to anybody, and painting them would hold up the typing.
+constexpr qsizetype shownLines = 400;
+
+} // namespace
+
+MasterView::MasterView(QTextBrowser *MCheck, QListWidget *List1, QListWidget *List2, QObject *parent)
+    : QObject(parent)
+    , MCheck_(MCheck)
+    , List1_(List1)
+    , List2_(List2)
+{
+    MCheck_->setOpenLinks(false);
+    MCheck_->viewport()->installEventFilter(this);
+}
+
+void MasterView::Clear()
+{
+    List1_->clear();
+    List2_->clear();
+    MCheck_->clear();
+}
+
+void MasterView::Show(const QList<MasterHit> &hits)
+{
+    Clear();
+    QStringList calls;
+    QTextCursor cursor(MCheck_->document());
+    cursor.beginEditBlock();
+    QTextCharFormat same, different;
+    same.setForeground(SameColour());
+    different.setForeground(DifferentColour());
+    for (const MasterHit &hit : hits.first(std::min(hits.size(), shownLines))) {
+        if (!calls.isEmpty())
+            cursor.insertBlock();
+        for (qsizetype i = 0; i < hit.call.size(); ++i)
+            cursor.insertText(QString(hit.call[i]), hit.different.value(i) ? different : same);
+        calls << hit.call;
+    }
+    cursor.endEditBlock();
+    MCheck_->moveCursor(QTextCursor::Start);
+    List1_->addItems(calls);
+    List2_->addItems(calls);
+}
+
+bool MasterView::eventFilter(QObject *, QEvent *event)
+{
+    if (event->type() != QEvent::MouseButtonRelease)
+        return false;
+    const QPoint at = static_cast<QMouseEvent *>(event)->position().toPoint();
+    const QListWidgetItem *line = List1_->item(MCheck_->cursorForPosition(at).blockNumber());
+    if (line)
+        Q_EMIT Chosen(line->text());
+    return false;
+}

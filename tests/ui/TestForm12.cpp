@@ -1,0 +1,646 @@
+// SPDX-FileCopyrightText: 2026 The Tordillo Compact authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "Desk.h"
+#include "support/RawDatabase.h"
+#include "support/TestRegistry.h"
+
+#include <QAbstractButton>
+#include <QListWidget>
+#include <QPlainTextEdit>
+#include <QProgressBar>
+#include <QTest>
+#include <QTimer>
+
+namespace {
+
+QByteArray Field(const char *tag, const QByteArray &value)
+{
+    return QByteArray("<") + tag + ':' + QByteArray::number(value.size()) + '>' + value;
+}
+
+QByteArray Line(const QByteArray &call, const QByteArray &time, const QByteArray &more = {})
+{
+    return Field("CALL", call) + Field("QSO_DATE", "20260101") + Field("TIME_ON", time) + Field("BAND", "40m")
+        + Field("MODE", "SSB") + Field("STATION_CALLSIGN", "LU9ZZZ") + more + "<EOR>\r\n";
+}
+
+// So many contacts, one a minute, from 1/1/2026 00:01 on, as those that the desk is furnished with.
+QByteArray Lines(int count)
+{
+    QByteArray lines;
+    for (int i = 1; i <= count; ++i) {
+        const QDateTime moment = QDateTime(QDate(2026, 1, 1), QTime(0, 0)).addSecs(60 * i);
+        lines += Line("CX" + QByteArray::number(i) + "A", moment.toString(u"hhmm").toLatin1())
+                     .replace("20260101", moment.toString(u"yyyyMMdd").toLatin1());
+    }
+    return lines;
+}
+
+const QByteArray header = "<PROGRAMID:9>OtroLibro\r\n<EOH>\r\n";
+
+} // namespace
+
+// The import window: a file is opened, looked at, and loaded into the open log.
+class TestForm12 : public QObject {
+    Q_OBJECT
+
+    std::unique_ptr<Desk> desk_;
+
+    void Start(int qsos = 0)
+    {
+        desk_->Furnish(qsos);
+        desk_->Start();
+    }
+    // Opens the window, and closes it afterwards where `act` has not.
+    void InImport(const std::function<void()> &act)
+    {
+        desk_->InModal([&] { desk_->Menu("iadif"); },
+            [&] {
+                QWidget *window = desk_->Front();
+                act();
+                if (window->isVisible())
+                    window->close();
+            });
+    }
+    void Open(const QByteArray &content, const QString &name = u"contactos.adi"_qs)
+    {
+        desk_->Write(name, content);
+        desk_->dialogs.files << desk_->Path(name);
+        desk_->Click(u"Command1"_qs);
+    }
+    QString Shown(const QStringList &labels) const
+    {
+        QStringList texts;
+        for (const QString &label : labels)
+            texts << desk_->Text(label);
+        return texts.join(u'|');
+    }
+    QStringList Listed() const
+    {
+        QStringList texts;
+        const auto *list = desk_->Find<QListWidget>(u"List2"_qs);
+        for (int row = 0; row < list->count(); ++row)
+            texts << list->item(row)->text();
+        return texts;
+    }
+    bool IsEnabled(const QString &button) const { return desk_->Find(button)->isEnabled(); }
+    int Staged() const
+    {
+        return RawDatabase(desk_->Path(u"base0.mdb"_qs)).Value("SELECT count(*) FROM Tabla3").toInt();
+    }
+    QString Calls() const
+    {
+        QStringList calls;
+        for (const QsoRow &row : desk_->Rows())
+            calls << row.Estacion;
+        calls.sort();
+        return calls.join(u' ');
+    }
+    QString Detail() const
+    {
+        QString text;
+        desk_->InModal([&] { desk_->Click(u"Detalle"_qs); },
+            [&] {
+                text = desk_->Find<QPlainTextEdit>(u"texto"_qs)->toPlainText();
+                desk_->Press(Qt::Key_Escape);
+            });
+        return text;
+    }
+    // Does `act` once, as soon as the step that shows `activity` has come to `value`.
+    std::unique_ptr<QObject> When(const QString &activity, int value, const std::function<void()> &act)
+    {
+        auto context = std::make_unique<QObject>();
+        auto done = std::make_shared<bool>(false);
+        connect(
+            desk_->Find<QProgressBar>(u"ProgressBar1"_qs), &QProgressBar::valueChanged, context.get(), [=](int now) {
+                if (*done || now < value || desk_->Text(u"Label8"_qs) != activity)
+                    return;
+                *done = true;
+                act();
+            });
+        return context;
+    }
+    static int Asked(const QStringList &told) { return int(told.count(u"?Cancela el proceso?"_qs)); }
+
+private Q_SLOTS:
+    void init() { desk_ = std::make_unique<Desk>(); }
+    void cleanup() { desk_.reset(); }
+
+    // --- The two steps
+
+    void AFileIsOpenedAndLoaded()
+    {
+        Start();
+        InImport([&] {
+            QCOMPARE(desk_->Front()->windowTitle(), u"Importar ADIF ..."_qs);
+            QCOMPARE(desk_->Focus(), u"Command1"_qs);
+            QVERIFY(!IsEnabled(u"Command3"_qs) && !IsEnabled(u"Detalle"_qs));
+            Open(header + Line("LU1ABC", "2115", "<DXCC:3>100") + Line("CX2DE", "2118").replace("LU9ZZZ", "LU8YYY"));
+            const RecordingDialogs::Shown dialog = desk_->dialogs.shown.takeFirst();
+            QCOMPARE(dialog.text, u"Abrir Archivo de ADIF ..."_qs);
+            QCOMPARE(dialog.detail,
+                QString(u"ADIF (*.adi *.adif *.ADI *.ADIF);;Todos (*)|" + desk_->Path(u"x"_qs).chopped(2)));
+            QCOMPARE(desk_->Told(), QStringList());
+            QCOMPARE(Shown({u"Label2"_qs, u"Label3"_qs, u"Label4"_qs, u"Label5"_qs, u"Label6"_qs, u"Label7"_qs,
+                         u"Label8"_qs, u"Label9"_qs, u"Label10"_qs}),
+                QString(u"contactos.adi|" + desk_->Path(u"contactos.adi"_qs) + u"|OtroLibro|4|2|LU9ZZZ LU8YYY ||2|0"));
+            QCOMPARE(Listed(), QStringList());
+            QCOMPARE(desk_->Find<QProgressBar>(u"ProgressBar1"_qs)->value(), 0);
+            QCOMPARE(Staged(), 2);
+            QCOMPARE(Calls(), QString());
+            QVERIFY(IsEnabled(u"Command1"_qs) && IsEnabled(u"Command3"_qs));
+            QVERIFY(desk_->Content(u"modificado_211500"_qs).startsWith("<CALL:6>LU1ABC"));
+
+            desk_->Click(u"Command3"_qs);
+            QCOMPARE(desk_->Told(), QStringList());
+        });
+        QCOMPARE(Calls(), u"CX2DE LU1ABC"_qs);
+        QCOMPARE(desk_->Text(u"Label6"_qs), u"Log: Log inicial, con 2 QSOs"_qs);
+        QCOMPARE(desk_->Text(u"Label4"_qs), u"2"_qs); // the last one that came in
+        QCOMPARE(Staged(), 2);
+    }
+
+    void HelperFiles()
+    {
+        Start();
+        InImport([&] {
+            Open(Lines(2).replace("\r\n", "\n"));
+            QVERIFY(
+                desk_->Content(u"contactos.adi_211500"_qs).startsWith("<CALL:4>CX1A<QSO_DATE:8>20260101<TIME_ON:4>"));
+            QVERIFY(desk_->Has(u"modificado_211500"_qs));
+            QVERIFY(!desk_->Has(u"contactos.adi_"_qs));
+            QCOMPARE(Shown({u"Label2"_qs, u"Label5"_qs, u"Label6"_qs}), u"contactos.adi|2|2"_qs);
+        });
+    }
+
+    void WhatIsWrongIsCountedAndListed()
+    {
+        Start();
+        InImport([&] {
+            Open(header + Line("LU1ABC", "2115") + Line("LU2ABC", "2115").replace("20260101", "20261301")
+                + Line("LU3ABC", "2515").replace("<BAND:3>40m", "<BAND:0>")
+                + Line("LU4ABC", "2115", Field("COMMENT", QByteArray(101, 'x')) + "<APP_X:1>a<app_x:1>b<EOF:1>z")
+                + Line("", "2115") + "<CALL:6>LU5ABC<QSO_DATE:8>20260101");
+            QCOMPARE(Listed(),
+                (QStringList{u"> 1 error(es) Fecha"_qs, u"> 1 error(es) QTR"_qs, u"> 1 error(es) Banda/Frec."_qs,
+                    u"> 1 error(es) ADIF."_qs}));
+            QCOMPARE(Shown({u"Label6"_qs, u"Label9"_qs, u"Label10"_qs}), u"5|2|0"_qs);
+            QCOMPARE(Detail(),
+                u"Línea 8: El último registro no termina en <EOR>: no se tomó.\n"
+                "Línea 4, LU2ABC: descartado, fecha no válida\n"
+                "Línea 5, LU3ABC: descartado, sin banda ni frecuencia; hora no válida\n"
+                "Línea 6, LU4ABC: COMMENT se cortó a 100 caracteres.\n"
+                "Línea 7, sin señal: descartado, falta la señal, la fecha o la hora\n\n"
+                "Campos del archivo que el log no guarda:\n"
+                "  APP_X: 2 veces\n  EOF: 1 veces\n"_qs);
+            Open(Lines(1), u"otro.adi"_qs);
+            QCOMPARE(Listed(), QStringList());
+            QVERIFY(!IsEnabled(u"Detalle"_qs));
+        });
+    }
+
+    void TheSameFileAgain_data()
+    {
+        QTest::addColumn<bool>("replace");
+        QTest::newRow("without replacing") << false;
+        QTest::newRow("replacing") << true;
+    }
+    void TheSameFileAgain()
+    {
+        QFETCH(bool, replace);
+        Start(4); // CX1A to CX4A; the odd ones in SSB on 40 m but the third
+        InImport([&] {
+            Open(Lines(6));
+            QCOMPARE(Shown({u"Label6"_qs, u"Label9"_qs, u"Label10"_qs}), u"6|5|1"_qs);
+            desk_->dialogs.answers << replace;
+            desk_->Click(u"Command3"_qs);
+            const RecordingDialogs::Shown dialog = desk_->dialogs.shown.last();
+            QVERIFY(dialog.preset == Dialogs::Button::No);
+            QCOMPARE(desk_->Told().last(),
+                u"?de 6 QSOs hay 1 DUPlLICADOS\n\nLos desea Reemplazar?\n\nNota:\n"
+                "Se consideran DUPLICADOS los QSOs en un entorno de 10 minutos"_qs);
+        });
+        QList<QsoRow> rows = desk_->Rows();
+        QCOMPARE(rows.size(), 9);
+        QCOMPARE(rows[0].id, 2); // behind the marker of the log
+        QCOMPARE(rows[0].LdA, replace ? u"0"_qs : u"1"_qs);
+        QCOMPARE(rows[0].Operador, replace ? QString() : u"LU1AAA"_qs);
+        InImport([&] {
+            Open(Lines(6));
+            QCOMPARE(Shown({u"Label9"_qs, u"Label10"_qs}), u"0|6"_qs);
+            desk_->dialogs.answers << replace;
+            desk_->Click(u"Command3"_qs);
+        });
+        QCOMPARE(desk_->Rows().size(), 9);
+    }
+
+    void WhatIsStagedWaits()
+    {
+        Start();
+        InImport([&] { Open(Lines(3)); });
+        QCOMPARE(Calls(), QString());
+        desk_->Contact(u"CX2A"_qs);
+        InImport([&] {
+            QCOMPARE(Shown({u"Label2"_qs, u"Label6"_qs}), u"contactos.adi|3"_qs);
+            desk_->Click(u"Command3"_qs);
+        });
+        QCOMPARE(Calls(), u"CX1A CX2A CX2A CX3A"_qs);
+    }
+
+    // --- Files that are not taken
+
+    void AnOpenDialogThatIsCancelled()
+    {
+        Start();
+        InImport([&] {
+            Open(Lines(3));
+            desk_->dialogs.files << std::nullopt;
+            desk_->Click(u"Command1"_qs);
+            QCOMPARE(Staged(), 0); // emptied before the file is chosen
+            QCOMPARE(Shown({u"Label2"_qs, u"Label3"_qs, u"Label6"_qs, u"Label9"_qs}), u"|||"_qs);
+            QVERIFY(IsEnabled(u"Command1"_qs) && !IsEnabled(u"Command3"_qs));
+            desk_->Told();
+            desk_->Front()->close();
+            QCOMPARE(desk_->Told(), QStringList()); // nothing is under way
+        });
+    }
+
+    void FilesWithoutContacts_data()
+    {
+        QTest::addColumn<QByteArray>("content");
+        QTest::newRow("empty") << QByteArray();
+        QTest::newRow("header only") << header;
+        QTest::newRow("no ADIF") << QByteArray("Hola\r\nchau\r\n");
+        QTest::newRow("no end of a record") << QByteArray("<CALL:6>LU1ABC\r\n<BAND:3>20m\r\n");
+    }
+    void FilesWithoutContacts()
+    {
+        QFETCH(QByteArray, content);
+        Start();
+        InImport([&] {
+            Open(content);
+            QCOMPARE(desk_->Told().last(), u"!El Archivo contactos.adi no tiene QSOss!"_qs);
+            QCOMPARE(Shown({u"Label6"_qs, u"Label8"_qs}), u"0|"_qs);
+            QVERIFY(IsEnabled(u"Command1"_qs) && !IsEnabled(u"Command3"_qs));
+        });
+    }
+
+    void TenThousandContactsAndOneMore()
+    {
+        Start();
+        InImport([&] {
+            Open(Lines(1).repeated(10001));
+            QCOMPARE(desk_->Told().last(),
+                QString(u"XEl archivo:\n" + desk_->Path(u"contactos.adi"_qs) + u"\ntiene mas de 10.000 QSOs!"));
+            QVERIFY(IsEnabled(u"Command1"_qs) && !IsEnabled(u"Command3"_qs));
+            QCOMPARE(Staged(), 0);
+            Open(Lines(1).repeated(10000));
+            QCOMPARE(desk_->Told().size(), 1);
+            QCOMPARE(Shown({u"Label6"_qs, u"Label9"_qs}), u"10000|10000"_qs);
+            desk_->Click(u"Command3"_qs);
+        });
+        QCOMPARE(desk_->Text(u"Label6"_qs), u"Log: Log inicial, con 10000 QSOs"_qs);
+    }
+
+    void AFileWithoutAStation_data()
+    {
+        QTest::addColumn<bool>("goOn");
+        QTest::addColumn<QString>("answer"); // "-": cancelled
+        QTest::addColumn<QString>("station"); // of the contact that comes in; empty: none
+        QTest::newRow("no") << false << QString() << QString();
+        QTest::newRow("empty") << true << u"  "_qs << QString();
+        QTest::newRow("cancelled") << true << u"-"_qs << QString();
+        QTest::newRow("given") << true << u" lu1zz "_qs << u"LU1ZZ"_qs;
+    }
+    void AFileWithoutAStation()
+    {
+        QFETCH(bool, goOn);
+        QFETCH(QString, answer);
+        QFETCH(QString, station);
+        Start();
+        InImport([&] {
+            desk_->dialogs.answers << goOn;
+            desk_->dialogs.inputs << (answer == u"-" ? std::nullopt : std::optional(answer));
+            Open(Lines(1).replace("<STATION_CALLSIGN:6>LU9ZZZ", ""));
+            if (goOn)
+                QCOMPARE(desk_->dialogs.shown[2].title, u"SD"_qs);
+            QStringList told = desk_->Told().mid(1);
+            QStringList expected{
+                u"?El Archivo contactos.adi no tiene el campo <STATION_CALLSIGN:\nContinua con la carga?"_qs};
+            if (goOn)
+                expected << u"-Ingrese su Señal Distintiva"_qs;
+            if (goOn && station.isEmpty())
+                expected << u"!sin Señal Distintiva se anula la carga de contactos.adi !"_qs;
+            QCOMPARE(told, expected);
+            QCOMPARE(Staged(), station.isEmpty() ? 0 : 1);
+            QCOMPARE(IsEnabled(u"Command3"_qs), !station.isEmpty());
+            QCOMPARE(Listed(), station.isEmpty() ? QStringList() : QStringList{u"<STATION_CALLSIGN:LU1ZZ"_qs});
+            if (!station.isEmpty())
+                desk_->Click(u"Command3"_qs);
+        });
+        if (!station.isEmpty())
+            QCOMPARE(desk_->Rows().first().MyCall, station);
+    }
+
+    // --- Esc and closing
+
+    void AnIdleEscIsForgotten()
+    {
+        Start();
+        InImport([&] {
+            desk_->Press(Qt::Key_Escape);
+            QVERIFY(desk_->Front()->isVisible() && desk_->Front()->objectName() == u"Form12");
+            Open(Lines(3));
+            QCOMPARE(Asked(desk_->Told()), 0);
+            QCOMPARE(Staged(), 3);
+            desk_->Press(Qt::Key_Escape);
+            desk_->Front()->close(); // asked, and not closed: No is the preset
+            QVERIFY(desk_->Front()->objectName() == u"Form12");
+            QCOMPARE(Asked(desk_->Told()), 1);
+            desk_->Front()->close();
+            QCOMPARE(Asked(desk_->Told()), 0);
+        });
+    }
+
+    void EscWhileAFileIsOpened_data()
+    {
+        QTest::addColumn<bool>("cancel");
+        QTest::newRow("goes on") << false;
+        QTest::newRow("cancelled") << true;
+    }
+    void EscWhileAFileIsOpened()
+    {
+        QFETCH(bool, cancel);
+        Start();
+        InImport([&] {
+            QWidget *window = desk_->Front();
+            // The key comes in with the other events of a long work.
+            QTimer operatorHand;
+            connect(&operatorHand, &QTimer::timeout, &operatorHand, [&] {
+                if (desk_->Text(u"Label9"_qs).toInt() == 0)
+                    return;
+                operatorHand.stop();
+                desk_->Press(Qt::Key_Escape);
+            });
+            operatorHand.start(0);
+            desk_->dialogs.answers << cancel;
+            Open("<CALL:4>CX0A<EOR>\r\n" + Lines(4000));
+            QVERIFY(!operatorHand.isActive());
+            QCOMPARE(Asked(desk_->Told()), 1);
+            QCOMPARE(window->isVisible(), !cancel);
+            QCOMPARE(Listed().size(), cancel ? 0 : 2); // errors are told at the end only
+            const int staged = Staged();
+            QVERIFY2(cancel ? staged > 0 && staged < 4000 : staged == 4000, qPrintable(QString::number(staged)));
+            QCOMPARE(Calls(), QString());
+        });
+        InImport([&] { // not busy any more
+            QVERIFY(IsEnabled(u"Command1"_qs));
+            Open(Lines(2));
+            QCOMPARE(Staged(), 2);
+        });
+    }
+
+    void EscWhileTheLogIsLoaded_data()
+    {
+        QTest::addColumn<bool>("cancel");
+        QTest::newRow("goes on") << false;
+        QTest::newRow("cancelled") << true;
+    }
+    void EscWhileTheLogIsLoaded()
+    {
+        QFETCH(bool, cancel);
+        Start();
+        InImport([&] {
+            Open(Lines(300));
+            desk_->Told();
+            desk_->dialogs.answers << cancel;
+            const auto hand = When(u"Cargando ..."_qs, 99, [&] { desk_->Press(Qt::Key_Escape); });
+            desk_->Click(u"Command3"_qs);
+            QCOMPARE(Asked(desk_->Told()), 1);
+        });
+        const QList<QsoRow> rows = desk_->Rows();
+        QCOMPARE(rows.size(), cancel ? 100 : 300);
+        QCOMPARE(rows.first().Estacion, u"CX300A"_qs); // the newest come first
+        QCOMPARE(desk_->Text(u"Label6"_qs), u"Log: Log inicial, con %1 QSOs"_qs.arg(rows.size()));
+    }
+
+    void ClosingWhileAFileIsOpened_data()
+    {
+        QTest::addColumn<bool>("cancel");
+        QTest::newRow("refused") << false;
+        QTest::newRow("stopped") << true;
+    }
+    void ClosingWhileAFileIsOpened()
+    {
+        QFETCH(bool, cancel);
+        Start();
+        InImport([&] {
+            QWidget *window = desk_->Front();
+            desk_->dialogs.answers << cancel;
+            const auto hand = When(u"Procesando ..."_qs, 640, [&] { window->close(); });
+            Open(Lines(2000));
+            QCOMPARE(Asked(desk_->Told()), 1);
+            QCOMPARE(window->isVisible(), !cancel);
+            QCOMPARE(Staged(), cancel ? 641 : 2000);
+        });
+        QCOMPARE(Calls(), QString());
+    }
+
+    void ClosingWhileAFileIsRepaired()
+    {
+        Start();
+        InImport([&] {
+            QWidget *window = desk_->Front();
+            QTimer operatorHand;
+            connect(&operatorHand, &QTimer::timeout, &operatorHand, [&] {
+                if (!desk_->Text(u"Label8"_qs).startsWith(u"Lineas ... "))
+                    return;
+                operatorHand.stop();
+                window->close();
+            });
+            operatorHand.start(0);
+            desk_->dialogs.answers << true;
+            Open(Lines(9000) + QByteArray("\r\n").repeated(300000));
+            QVERIFY(!operatorHand.isActive());
+            QCOMPARE(desk_->Told().mid(1), QStringList{u"?Cancela el proceso?"_qs}); // and no word of a failure
+            QVERIFY(!window->isVisible());
+            QCOMPARE(Staged(), 0);
+        });
+        InImport([&] { QVERIFY(IsEnabled(u"Command1"_qs) && !IsEnabled(u"Command3"_qs)); });
+    }
+
+    void ClosingWhileTheLogIsLoaded()
+    {
+        Start();
+        InImport([&] {
+            QWidget *window = desk_->Front();
+            Open(Lines(300));
+            desk_->dialogs.answers << false << true;
+            const auto refused = When(u"Cargando ..."_qs, 49, [&] { QVERIFY(!window->close()); });
+            const auto closed = When(u"Cargando ..."_qs, 99, [&] { window->close(); });
+            desk_->Click(u"Command3"_qs);
+            QCOMPARE(Asked(desk_->Told()), 2);
+            QVERIFY(!window->isVisible());
+        });
+        const auto loaded = desk_->Rows().size();
+        QVERIFY2(loaded == 99 || loaded == 100, qPrintable(QString::number(loaded)));
+    }
+
+    // --- What goes wrong
+
+    void ADatabaseThatFails_data()
+    {
+        QTest::addColumn<int>("trouble");
+        QTest::addColumn<QString>("said");
+        QTest::newRow("disk full") << 0 << u"No queda lugar en el disco"_qs;
+        QTest::newRow("failing disk") << 1 << u"El disco falló"_qs;
+        QTest::newRow("another program") << 2 << u"está en uso por otro programa"_qs;
+    }
+    void ADatabaseThatFails()
+    {
+        QFETCH(int, trouble);
+        QFETCH(QString, said);
+        Start(1);
+        FaultVfs &disk = FaultVfs::Instance();
+        std::unique_ptr<RawDatabase> other;
+        const auto spoil = [&] {
+            if (trouble == 0)
+                disk.SetRoom(0);
+            if (trouble == 1)
+                disk.FailWrites(1, FaultVfs::forever, FaultVfs::Trouble::IoError);
+            if (trouble == 2) {
+                other = std::make_unique<RawDatabase>(desk_->Path(u"base0.mdb"_qs));
+                QVERIFY(other->Run("BEGIN IMMEDIATE"));
+            }
+        };
+        const auto heal = [&] {
+            Desk::HealDisk();
+            other.reset();
+        };
+        InImport([&] {
+            Open(Lines(100));
+            desk_->Told();
+            desk_->dialogs.answers << true << true;
+            spoil();
+            desk_->Click(u"Command3"_qs);
+            const QString told = desk_->Told().last();
+            QVERIFY2(told.startsWith(u"XLos QSOs no fueron cargados: el log quedó como estaba.\n\n"), qPrintable(told));
+            QVERIFY2(told.contains(said) && told.contains(desk_->Path(u"base0.mdb"_qs)), qPrintable(told));
+            heal();
+            QCOMPARE(Calls(), u"CX1A"_qs);
+            QCOMPARE(desk_->Rows().first().LdA, u"1"_qs);
+            desk_->Click(u"Command3"_qs); // what was staged is still there
+        });
+        QCOMPARE(desk_->Rows().size(), 100);
+        QCOMPARE(desk_->Rows().first().LdA, u"0"_qs);
+        InImport([&] {
+            spoil();
+            Open(Lines(100));
+            const QStringList told = desk_->Told();
+            QVERIFY2(told.join(u'\n').contains(said), qPrintable(told.join(u'\n')));
+            QVERIFY(IsEnabled(u"Command1"_qs) && !IsEnabled(u"Command3"_qs));
+            heal();
+        });
+    }
+
+    void AFolderThatCannotBeWritten()
+    {
+        Start();
+        QVERIFY(QDir(desk_->Path(QString())).mkdir(u"disco"_qs));
+        InImport([&] {
+            desk_->unwritable << desk_->Path(u"disco/contactos.adi_211500"_qs);
+            Open(Lines(2).replace("\r\n", "\n"), u"disco/contactos.adi"_qs);
+            QCOMPARE(desk_->Told().size(), 1);
+            QVERIFY(desk_->Has(u"contactos.adi_211500"_qs)); // in our own folder
+            QCOMPARE(Shown({u"Label3"_qs, u"Label6"_qs}), QString(desk_->Path(u"disco/contactos.adi"_qs) + u"|2"));
+
+            desk_->unwritable << u"modificado_211500"_qs;
+            Open(Lines(2), u"disco/contactos.adi"_qs);
+            QCOMPARE(desk_->Told().last(),
+                QString(u"XNo se puede escribir el archivo\n" + desk_->Path(u"modificado_211500"_qs)));
+            QVERIFY(IsEnabled(u"Command1"_qs) && !IsEnabled(u"Command3"_qs));
+        });
+    }
+
+    void ADiskThatIsFullForTheHelperFiles()
+    {
+        Start();
+        InImport([&] {
+            desk_->room = 1000;
+            Open(Lines(200));
+            const QString told = desk_->Told().last();
+            QVERIFY2(told.startsWith(QString(
+                         u"XNo se pudo terminar de escribir el archivo\n" + desk_->Path(u"modificado_211500"_qs))),
+                qPrintable(told));
+            QVERIFY(!desk_->Has(u"modificado_211500"_qs));
+            desk_->room.reset();
+            Open(Lines(200));
+            QCOMPARE(Staged(), 200);
+        });
+    }
+
+    void AFileThatIsGone()
+    {
+        Start();
+        InImport([&] {
+            desk_->dialogs.files << desk_->Path(u"no está.adi"_qs);
+            desk_->Click(u"Command1"_qs);
+            QCOMPARE(desk_->Told().last(), QString(u"XNo se puede leer el archivo\n" + desk_->Path(u"no está.adi"_qs)));
+            QVERIFY(IsEnabled(u"Command1"_qs) && !IsEnabled(u"Command3"_qs));
+        });
+    }
+
+    // --- The phone program
+
+    void SummitsOrParks()
+    {
+        Start();
+        InImport([&] {
+            const auto ticks = [&] {
+                return QString((desk_->Find<QAbstractButton>(u"Check1"_qs)->isChecked() ? u"S"_qs : u"-"_qs)
+                    + (desk_->Find<QAbstractButton>(u"Check2"_qs)->isChecked() ? u"P"_qs : u"-"_qs));
+            };
+            const QStringList message{u"iNo puede ser SOTA y POTA simultaneamente!"_qs};
+            desk_->Click(u"Check1"_qs);
+            QCOMPARE(ticks(), u"S-"_qs);
+            QCOMPARE(desk_->Told(), QStringList());
+            desk_->Click(u"Check2"_qs);
+            QCOMPARE(ticks(), u"-P"_qs);
+            QCOMPARE(desk_->Told(), message);
+            desk_->Click(u"Check1"_qs);
+            QCOMPARE(ticks(), u"S-"_qs);
+            QCOMPARE(desk_->Told(), message);
+            desk_->Click(u"Check1"_qs);
+            QCOMPARE(ticks(), u"--"_qs);
+            QCOMPARE(desk_->Told(), QStringList());
+
+            desk_->Click(u"Check2"_qs);
+            Open(Line("LU1ABC", "2115", "<NAME:7>ar-0001<COMMENT:7>ar-0002"));
+            desk_->Click(u"Command3"_qs);
+        });
+        const QsoRow row = desk_->Rows().first();
+        QCOMPARE((QStringList{row.SOTA, row.MYSOTA, row.POTA, row.IOTA, row.Obs}.join(u'|')),
+            u"||AR-0001|AR-0002|ar-0002"_qs);
+    }
+
+    void HelpForThePhoneProgram()
+    {
+        Start();
+        InImport([&] {
+            desk_->InModal([&] { desk_->Click(u"Command6"_qs); },
+                [&] {
+                    QCOMPARE(desk_->Front()->objectName(), u"Form21"_qs);
+                    QCOMPARE(desk_->Front()->windowTitle(), u"Importar SOTA/POTA de Tordillo Mobile"_qs);
+                    QCOMPARE(desk_->Text(u"Label1"_qs),
+                        u"Usa los campos ADIF\r\n\r\nSOTA:\r\n[COMMENT:] para [MY_SOTA_REF]\r\n"
+                        "    [NAME:] para [SOTA_REF]\r\n\r\nPOTA:\r\n[COMMENT:] para [MY_SIG_INFO]\r\n"
+                        "    [NAME:] para [SIG_INFO]"_qs);
+                    desk_->Press(Qt::Key_Escape);
+                });
+            QCOMPARE(desk_->Front()->objectName(), u"Form12"_qs);
+        });
+    }
+};
+
+TORDILLO_TEST(TestForm12)
+#include "TestForm12.moc"

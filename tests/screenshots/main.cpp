@@ -2,19 +2,29 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Takes a picture of every window, in both themes, at the size it has on the present screen:
 //   screenshots <folder for the pictures> <word for this screen in the file names>
+#include "contest/ContestEntry.h"
+#include "contest/ContestLogs.h"
+#include "contest/ContestLookup.h"
 #include "core/Logbook.h"
 #include "logging/LogNames.h"
 #include "logging/QsoEdit.h"
 #include "logging/QsoStore.h"
 #include "ui/Form10_About.h"
 #include "ui/Form11_Satellites.h"
+#include "ui/Form12_AdifImport.h"
+#include "ui/Form13_Analysis.h"
+#include "ui/Form15_Backup.h"
 #include "ui/Form16_Profiles.h"
 #include "ui/Form17_CallQsos.h"
 #include "ui/Form1_Main.h"
+#include "ui/Form21_PhoneImportHelp.h"
 #include "ui/Form2_Settings.h"
 #include "ui/Form3_OpenLog.h"
+#include "ui/Form4_Contest.h"
 #include "ui/Form5_EditQso.h"
 #include "ui/Form6_Search.h"
+#include "ui/Form7_EditContestQso.h"
+#include "ui/Form8_ContestLogs.h"
 #include "ui/Program.h"
 #include "ui/RealDialogs.h"
 #include "ui/Spanish.h"
@@ -94,6 +104,39 @@ void TakeModal(QWidget &window, const QString &file, const std::function<void()>
     open();
 }
 
+void MakeContest(Logbook &logbook, const QString &name)
+{
+    if (!CreateContest(logbook.Store(), name, SerieType::Incremental))
+        qFatal("the sample contest could not be made");
+    const QStringList calls{u"LU1ABC"_qs, u"CX2ZZ"_qs, u"PY1AAA"_qs, u"LU5DX"_qs, u"CE3ABC"_qs, u"LW3EK"_qs};
+    for (int i = 0; i < 30; ++i) {
+        ContestFields fields{u"LU9ZZZ"_qs, u"24/11/2026"_qs, QTime(20, i).toString(u"hh:mm"), calls[i % 6],
+            i % 3 ? u"CW"_qs : u"SSB"_qs, i % 2 ? u"40m"_qs : u"20m"_qs, u"7"_qs, u"010"_qs, QString::number(i + 1),
+            QString::number(100 + i), name, SerieType::Incremental};
+        if (!StoreContestQso(logbook.Store(), BuildContestRow(fields)))
+            qFatal("the sample contest could not be stored");
+    }
+}
+
+void TakeContest(Program &program, const std::function<QString(const char *)> &path)
+{
+    const QString name = u"CQWW "_qs + QString::number(program.logbook.configuration.Pantalla);
+    MakeContest(program.logbook, name);
+    program.master = MasterCheck({u"LU1ABC"_qs, u"LU1ABD"_qs, u"LU7ABC"_qs, u"LU2ABC"_qs});
+    TakeModal(program.windows.ContestLogs(), path("Form8"),
+        [&] { static_cast<void>(program.windows.ContestLogs().Choose()); });
+    Form4 &form4 = program.windows.Contest();
+    QTimer::singleShot(150, &form4, [&] {
+        form4.findChild<QCheckBox *>(u"Check8"_qs)->setChecked(true);
+        form4.findChild<QLineEdit *>(u"Corresponsal"_qs)->setText(u"LU1ABC"_qs);
+    });
+    TakeModal(form4, path("Form4"), [&] { form4.Enter({name, SerieType::Incremental, 30}); });
+    const auto last = LastContestQso(program.logbook.Store(), name);
+    Form7 &form7 = program.windows.EditContestQso(form4);
+    TakeModal(form7, path("Form7"), [&] { static_cast<void>(form7.Edit(**last, 0)); });
+    TakeModal(program.windows.Analysis(), path("Form13"), [&] { program.windows.Analysis().ShowAnalysis(); });
+}
+
 void TakeAll(Program &program, const std::function<QString(const char *)> &path)
 {
     Logbook &logbook = program.logbook;
@@ -127,6 +170,11 @@ void TakeAll(Program &program, const std::function<QString(const char *)> &path)
     Form11 &form11 = program.windows.Satellites([] {});
     TakeModal(form11, path("Form11"), [&] { form11.ShowEditor(); });
     TakeModal(program.windows.Profiles(), path("Form16"), [&] { program.windows.Profiles().ShowProfiles(); });
+    TakeModal(program.windows.AdifImport(), path("Form12"), [&] { program.windows.AdifImport().ShowImport(); });
+    TakeModal(program.windows.Backup(), path("Form15"), [&] { program.windows.Backup().OpenBackupWindow(); });
+    Form21 &form21 = program.windows.PhoneImportHelp(form1);
+    TakeModal(form21, path("Form21"), [&] { form21.ShowModal(); });
+    TakeContest(program, path);
 }
 
 } // namespace

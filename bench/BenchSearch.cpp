@@ -8,7 +8,8 @@
 #include "stats/Search.h"
 #include "stats/SearchList.h"
 
-#include <QFileInfo>
+#include <QDir>
+#include <QHash>
 #include <QProcess>
 #include <chrono>
 #include <memory>
@@ -19,6 +20,7 @@ namespace {
 constexpr int rounds = 5;
 constexpr int windowRounds = 3;
 constexpr int longestWindow = 120000; // milliseconds
+constexpr double longestPause = 100000; // microseconds
 
 const QString absentWord = u"ornitorrinco"_qs, commonWord = u"rosario"_qs;
 
@@ -77,7 +79,8 @@ void Remarks(LogStore &store, RawDatabase &raw, ResultTable &table)
     });
     const std::vector<double> medians = Alternate({ours, bare, first}, rounds, 1);
     table.AddRatio(u"remark search without a hit / bare scan"_qs, SizeText(largeLog), medians[0], medians[1], 1.3);
-    table.AddLimit(u"first rows of a common remark"_qs, SizeText(largeLog), medians[2], 100000, Unit::Microseconds);
+    table.AddLimit(
+        u"first rows of a common remark"_qs, SizeText(largeLog), medians[2], longestPause, Unit::Microseconds);
 }
 
 // A sort, and the longest time in it without a look at the events.
@@ -127,14 +130,56 @@ void SortByColumn(LogStore &store, RawDatabase &raw, int subItem, const QString 
     });
     const std::vector<double> medians = Alternate({ours, bare}, rounds, 1);
     table.AddRatio(u"sort by "_qs + column + u" / bare ORDER BY", SizeText(largeLog), medians[0], medians[1], 2);
-    table.AddLimit(
-        u"longest pause of the sort by "_qs + column, SizeText(largeLog), Median(pauses), 100000, Unit::Microseconds);
+    table.AddLimit(u"longest pause of the sort by "_qs + column, SizeText(largeLog), Median(pauses), longestPause,
+        Unit::Microseconds);
+}
+
+// What the window tells of one run, by name.
+QHash<QString, double> WindowRun(const BenchSetting &setting, const QString &folder)
+{
+    QProcess process;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(u"QT_QPA_PLATFORM"_qs, u"offscreen"_qs);
+    process.setProcessEnvironment(environment);
+    process.start(setting.searchWindow, {folder, madeLogName});
+    if (!process.waitForFinished(longestWindow))
+        GiveUp(setting.searchWindow + u" does not end: " + process.errorString());
+    QHash<QString, double> told;
+    while (process.canReadLine()) {
+        const QStringList words = QString::fromUtf8(process.readLine()).simplified().split(u' ');
+        told.insert(words.value(0), words.value(1).toDouble());
+    }
+    for (const QString &name : {u"filling"_qs, u"filling-pause"_qs, u"row"_qs, u"sorting"_qs, u"sorting-pause"_qs})
+        if (!told.contains(name))
+            GiveUp(setting.searchWindow + u" does not tell \"" + name + u'"');
+    return told;
+}
+
+void Window(const BenchSetting &setting, ResultTable &table)
+{
+    const QString folder = setting.workFolder + u"/window";
+    QDir().mkpath(folder);
+    CopyMadeLog(setting.cacheFolder, largeLog, folder + u"/base0.mdb");
+    QHash<QString, std::vector<double>> told;
+    for (int round = 0; round < windowRounds; ++round) {
+        const QHash<QString, double> run = WindowRun(setting, folder);
+        for (auto it = run.begin(); it != run.end(); ++it)
+            told[it.key()].push_back(it.value());
+    }
+    const auto add = [&](const QString &what, const QString &name, double goal, Unit unit = Unit::Microseconds) {
+        table.AddLimit(what, SizeText(largeLog), Median(told[name]), goal, unit);
+    };
+    add(u"search window, longest pause while it fills"_qs, u"filling-pause"_qs, longestPause);
+    add(u"search window, until the whole list is there"_qs, u"filling"_qs, 5000000);
+    add(u"search window, memory for each row"_qs, u"row"_qs, 200, Unit::Bytes);
+    add(u"search window, longest pause of a sort"_qs, u"sorting-pause"_qs, longestPause);
 }
 
 } // namespace
 
 void BenchSearch(const BenchSetting &setting, ResultTable &table)
 {
+    Window(setting, table);
     LogStore store(MadeLog(setting.cacheFolder, largeLog));
     RawDatabase raw(store.Path());
     Remarks(store, raw, table);

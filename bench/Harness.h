@@ -59,6 +59,7 @@ struct BenchSetting {
     QString dxccFile;
     QString program; // the program as users start it
     QString referenceWindow;
+    QString searchWindow;
 };
 
 // A count with separators: "1,000,000".

@@ -24,6 +24,7 @@ constexpr Subject subjects[] = {
     {"start", BenchStart},
     {"logs", BenchLogs},
     {"search", BenchSearch},
+    {"contest", BenchContest},
     {"copy", BenchCopy},
 };
 
@@ -58,6 +59,7 @@ int main(int argc, char **argv)
     setting.dxccFile = parser.value(u"dxcc"_qs);
     setting.program = parser.value(u"program"_qs);
     setting.referenceWindow = parser.value(u"reference"_qs);
+    setting.searchWindow = here + u"/search_window";
     if (!QDir().mkpath(setting.cacheFolder))
         GiveUp(u"cannot make the folder "_qs + setting.cacheFolder);
     const QTemporaryDir work(setting.cacheFolder + u"/work-XXXXXX");

@@ -117,7 +117,7 @@ int main(int argc, char **argv)
     logbook.LogInUse = QString::fromLocal8Bit(argv[2]);
     Windows windows;
     Program program{logbook, scheduler, dialogs, windows, [] { QCoreApplication::processEvents(); },
-        [](int exitCode) { QCoreApplication::exit(exitCode); }, [](const char *) { }, {}, {}, false, false};
+        [](int exitCode) { QCoreApplication::exit(exitCode); }, [](const char *) {}, {}, {}, false, false};
     windows.SetProgram(program);
     windows.Main().LoadLogPage(1);
     QTimer::singleShot(settling, &windows.Main(), [&] { Measure(program); });

@@ -95,7 +95,11 @@ bool ContestCommands::ImportContestCabrillo(const QString &ownCall)
         Tell(lines.failure().text);
         return false;
     }
-    const auto taken = CabrilloReader::TakeLines(*lines, *path, {name_, type_, ownCall});
+    QStringList notes;
+    const auto taken = CabrilloReader::TakeLines(*lines, *path, {name_, type_, ownCall},
+        [&](int line, const QString &reason) { notes << u"Renglón %1: %2"_qs.arg(line).arg(reason); });
+    if (*normalized > 0)
+        notes << u"%1 renglones QSO: del archivo no se pudieron separar y no se leyeron."_qs.arg(*normalized);
     const Result<ImportedContacts> imported = StoreImportedContacts(program_.logbook.Store(), taken.contacts);
     if (!imported) {
         Tell(imported.failure().text);
@@ -107,6 +111,15 @@ bool ContestCommands::ImportContestCabrillo(const QString &ownCall)
             taken.stop->critical ? Dialogs::Icon::Critical : Dialogs::Icon::Information, title);
     else if (const auto closing = CabrilloReader::ClosingMessage(*path, taken.qsoLines, imported->repeated))
         dialogs.Message(&window_, *closing, Dialogs::Icon::Information, title);
+    // What had to be guessed or left out is told in a box of its own.
+    constexpr qsizetype shownNotes = 15;
+    if (!notes.isEmpty())
+        dialogs.Message(&window_,
+            notes.first(std::min(shownNotes, notes.size())).join(u'\n')
+                + (notes.size() > shownNotes ? u"\n..."_qs : QString()),
+            Dialogs::Icon::Information, title);
+    if (!imported->stored.isEmpty())
+        program_.windows.Main().RememberQso(imported->stored.last().id);
     return !imported->stored.isEmpty();
 }
 
@@ -127,4 +140,9 @@ void ContestCommands::TransferToGeneralLog(qint64 count)
         Tell(transferred.failure().text);
     else
         dialogs.Message(&window_, TransferMessage(*transferred), Dialogs::Icon::Information);
+    if (transferred && transferred->cancelled)
+        dialogs.Message(&window_,
+            u"La transferencia fue interrumpida: pasaron %1 de %2 QSOs. Repítala para pasar el resto."_qs
+                .arg(transferred->copied + transferred->duplicates)
+                .arg(count));
 }

@@ -18,6 +18,7 @@ namespace {
 
 constexpr qint64 importable = 10000;
 constexpr int countColumn = 1;
+constexpr int sortRole = Qt::UserRole; // the place in alphabetical order, which is not that of the letters' codes
 constexpr int rowsABlock = 500;
 
 // All contacts in the order of the table, a block at a time; rows without an own call are left out.
@@ -62,6 +63,7 @@ Form15::Form15(Program &program, QWidget *owner)
     ui_->setupUi(this);
     setWindowTitle(u"Back Up ..."_qs);
     model_.setHorizontalHeaderLabels({u"Log"_qs, u"QSOs"_qs});
+    model_.setSortRole(sortRole);
     ui_->ListView1->setModel(&model_);
     ui_->ListView1->SetColumnTwips({5000, 1300});
     connect(ui_->ListView1->header(), &QHeaderView::sectionClicked, this, &Form15::SortBy);
@@ -100,7 +102,9 @@ void Form15::FillList(const QList<LogEntry> &logs)
         if (entry.name.isEmpty())
             continue;
         ui_->List1->addItem(LogListText(entry));
-        model_.appendRow({new QStandardItem(entry.name), new QStandardItem(QString::number(entry.count))});
+        auto *name = new QStandardItem(entry.name);
+        name->setData(model_.rowCount(), sortRole);
+        model_.appendRow({name, new QStandardItem(QString::number(entry.count))});
         total_ += entry.count;
     }
     ui_->Label1->setText(QString::number(model_.rowCount()));

@@ -30,6 +30,7 @@
 #include "ui/Windows.h"
 
 #include <QKeyEvent>
+#include <QLabel>
 #include <QPushButton>
 #include <QScreen>
 #include <QVBoxLayout>
@@ -101,6 +102,30 @@ void Form1::BuildHiddenButtons()
             dialogs().Message(this, wiped.failure().text, Dialogs::Icon::Critical);
     });
     make(u"Command9"_qs, u"Command9"_qs);
+    connect(make(u"Command17"_qs, u"Armar lista MasterCheck"_qs), &QPushButton::clicked, this, &Form1::BuildMaster);
+}
+
+// Joins the calls of datos6.txt to the present list, for whoever prepares the list that all stations get.
+void Form1::BuildMaster()
+{
+    const Logbook &logbook = program_.logbook;
+    const Result<MasterBuild> built = BuildMasterList(logbook.Files(), logbook.PathOf(u"datos6.txt"_qs),
+        program_.master.Calls(), logbook.PathOf(u"master_hoy.txt"_qs));
+    if (!built) {
+        dialogs().Message(this, built.failure().text, Dialogs::Icon::Critical);
+        return;
+    }
+    const QStringList texts = MasterBuildTexts(*built);
+    for (int i = 0; i < texts.size(); ++i) {
+        const QString name = u"Label"_qs + QString::number(14 + i); // Label14 to Label17
+        auto *label = findChild<QLabel *>(name);
+        if (!label) {
+            label = new QLabel(this);
+            label->setObjectName(name);
+            label->hide();
+        }
+        label->setText(texts[i]);
+    }
 }
 
 void Form1::ConnectPanels()

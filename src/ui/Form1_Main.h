@@ -65,6 +65,7 @@ protected:
 private:
     void BuildLayout();
     void BuildHiddenButtons();
+    void BuildMaster();
     void ConnectPanels();
     void ConnectMenu();
     bool PreviewControlKey(QKeyEvent *event);

@@ -3,10 +3,10 @@
 #include "ui/Form4_Contest.h"
 
 #include "contest/ContestLookup.h"
-#include "contest/CwSettings.h"
 #include "logging/BandPlan.h"
 #include "logging/EntryRules.h"
 #include "logging/EntryTime.h"
+#include "ui/Choice.h"
 #include "ui/ContestCommands.h"
 #include "ui/FieldFilter.h"
 #include "ui/Form1_Main.h"
@@ -14,6 +14,7 @@
 #include "ui/MasterView.h"
 #include "ui/Program.h"
 #include "ui/Theme.h"
+#include "ui/Transmission.h"
 #include "ui/WindowScaler.h"
 #include "ui/Windows.h"
 #include "ui_Form4_Contest.h"
@@ -50,14 +51,17 @@ Form4::Form4(Program &program)
     ui_->setupUi(this);
     setWindowTitle(u"Concurso"_qs);
     setWindowIcon(QIcon(u":/icons/tordillo.svg"_qs));
-    macroButtons_ = {
-        ui_->macros_0, ui_->macros_1, ui_->macros_2, ui_->macros_3, ui_->macros_4, ui_->macros_5, ui_->macros_6};
     ui_->ListView2->setModel(&log_);
     ui_->ListView2->SetColumnTwips(log_.Widths(), {});
     ui_->ListView2->setFocusPolicy(Qt::TabFocus);
     ui_->ListView1->setModel(&duplicates_);
     ui_->ListView1->SetColumnTwips(duplicates_.Widths(), {});
     ui_->ListView1->setFocusPolicy(Qt::NoFocus);
+    // What a click does here is done at once; the keyboard stays with the call.
+    for (QWidget *control :
+        std::initializer_list<QWidget *>{ui_->Command1, ui_->Command2, ui_->Command4, ui_->IMP_C_FT8, ui_->Check2,
+            ui_->Check3, ui_->Check4, ui_->Check5, ui_->Check8, ui_->Check9, ui_->ESM, ui_->RUN, ui_->SYP, ui_->Combo3})
+        control->setFocusPolicy(Qt::TabFocus);
     PaintWarning(ui_->Label7);
     for (QWidget *panel : std::initializer_list<QWidget *>{ui_->Label7, ui_->Frame4}) {
         QSizePolicy kept = panel->sizePolicy();
@@ -67,12 +71,12 @@ Form4::Form4(Program &program)
     }
     master_ = new MasterView(ui_->MCheck, ui_->List1, ui_->List2, this);
     commands_ = new ContestCommands(program, *this);
+    transmission_ = new Transmission(program, *ui_, this);
+    connect(transmission_, &Transmission::Used, this, [this] { ui_->Corresponsal->setFocus(); });
     Timer1_ = program.scheduler.Make(1000, [this] { Tick(); });
-    Timer2_ = program.scheduler.Make(500, [this] { ShowPanels(); });
     FillLists();
     AttachFilters();
     Connect();
-    ConnectTransmission();
     BuildMenu();
     resize(1320, 690);
     CaptureLayout(this);
@@ -91,7 +95,6 @@ void Form4::FillLists()
     ui_->mhz->addItems(ContestMegahertz());
     ui_->mhz->setCurrentText(u"3"_qs);
     ui_->Text1->setText(u"650"_qs);
-    ui_->Combo3->addItems(KeyerPorts());
     ContestLoading_ = false;
 }
 
@@ -117,18 +120,10 @@ void Form4::AttachFilters()
 void Form4::Connect()
 {
     connect(ui_->Corresponsal, &QLineEdit::textChanged, this, &Form4::CallChanged);
-    connect(ui_->Text2, &QLineEdit::textChanged, this, &Form4::ShowMacroCaptions);
-    connect(ui_->RSE, &QLineEdit::textChanged, this, &Form4::ShowMacroCaptions);
-    connect(ui_->Combo1, &QComboBox::activated, this, &Form4::ModeChosen);
-    connect(ui_->Combo2, &QComboBox::activated, this, [this] {
-        ShowDuplicates();
-        ui_->Corresponsal->setFocus();
-    });
-    connect(ui_->mhz, &QComboBox::activated, this, [this] {
-        if (const auto band = ContestBandOfMegahertz(ui_->mhz->currentText()))
-            ui_->Label6->setText(*band);
-        ui_->Corresponsal->setFocus();
-    });
+    for (QComboBox *list : {ui_->Combo1, ui_->Combo2, ui_->mhz}) {
+        list->setCompleter(nullptr);
+        connect(list, &QComboBox::activated, this, [this, list] { Chosen(list); });
+    }
     connect(ui_->Check2, &QCheckBox::clicked, this, &Form4::ManualTimeTicked);
     connect(ui_->Check8, &QCheckBox::toggled, this, [this](bool on) {
         ui_->Frame2->setVisible(on);
@@ -140,28 +135,39 @@ void Form4::Connect()
     });
     connect(ui_->ListView2, &QAbstractItemView::doubleClicked, this,
         [this](const QModelIndex &index) { EditRow(log_.RowAt(index.row()), index.row()); });
-    connect(ui_->Command1, &QPushButton::clicked, this, [this] { commands_->BuildCabrilloLines(ui_->Text2->text()); });
-    connect(ui_->Command2, &QPushButton::clicked, this, [this] { commands_->ExportContestAdif(ui_->Text2->text()); });
-    connect(ui_->Command4, &QPushButton::clicked, this, [this] { commands_->TransferToGeneralLog(count_); });
-    connect(ui_->IMP_C_FT8, &QPushButton::clicked, this, [this] {
-        if (commands_->ImportContestCabrillo(ui_->Text2->text())) {
-            LoadList();
-            ui_->Label9->setText(QString::number(count_) + u" QSOs");
-        }
-    });
+    const auto command = [this](QPushButton *button, void (Form4::*work)()) {
+        connect(button, &QPushButton::clicked, this, [this, work] { RunCommand(work); });
+    };
+    command(ui_->Command1, &Form4::MakeCabrillo);
+    command(ui_->Command2, &Form4::MakeAdif);
+    command(ui_->Command4, &Form4::Transfer);
+    command(ui_->IMP_C_FT8, &Form4::ImportCabrillo);
 }
 
-void Form4::ConnectTransmission()
+// One command at a time, and after it the operator goes on with the next call.
+void Form4::RunCommand(void (Form4::*work)())
 {
-    connect(ui_->HScroll1, &QScrollBar::valueChanged, this, [this](int speed) {
-        ui_->LabelVel->setText(CwSpeed::Text(speed));
+    if (working_)
+        return;
+    working_ = true;
+    (this->*work)();
+    working_ = false;
+    if (isVisible())
         ui_->Corresponsal->setFocus();
-    });
-    connect(ui_->Check3, &QCheckBox::clicked, this, [this](bool on) { ui_->Check4->setChecked(!on); });
-    connect(ui_->Check4, &QCheckBox::clicked, this, [this](bool on) { ui_->Check3->setChecked(!on); });
-    // The keyer comes with its own work; until then these only show what they will do.
-    for (QWidget *later : std::initializer_list<QWidget *>{ui_->ESM, ui_->Command5})
-        later->setEnabled(false);
+}
+
+void Form4::MakeCabrillo() { commands_->BuildCabrilloLines(ui_->Text2->text()); }
+
+void Form4::MakeAdif() { commands_->ExportContestAdif(ui_->Text2->text()); }
+
+void Form4::Transfer() { commands_->TransferToGeneralLog(count_); }
+
+void Form4::ImportCabrillo()
+{
+    if (!commands_->ImportContestCabrillo(ui_->Text2->text()))
+        return;
+    LoadList();
+    ui_->Label9->setText(QString::number(count_) + u" QSOs");
 }
 
 void Form4::BuildMenu()
@@ -174,7 +180,7 @@ void Form4::BuildMenu()
         return action;
     };
     connect(add(u"tbp"_qs, u"&Transferir a Base Principal"_qs), &QAction::triggered, this,
-        [this] { commands_->TransferToGeneralLog(count_); });
+        [this] { RunCommand(&Form4::Transfer); });
     menu->addSeparator();
     connect(add(u"sdc"_qs, u"&Salir de Concurso"_qs), &QAction::triggered, this, [this] {
         if (Leave(false))
@@ -188,6 +194,12 @@ void Form4::Enter(const ContestLog &contest)
     ui_->Label2->setText(contest.name);
     ui_->Label3->setText(contest.type);
     ui_->Text2->setText(program_.logbook.captions.station);
+    // A contest before this one leaves nothing behind but the band.
+    Choice::Show(ui_->Combo1, u"SSB"_qs);
+    Choice::Show(ui_->mhz, u"3"_qs);
+    ui_->Text1->setText(u"650"_qs);
+    ui_->Label6->setText(u"80m"_qs);
+    ui_->Check2->setChecked(false);
     const StartValues start = StartOfContest(contest.type);
     ui_->RSE->setText(start.rse);
     ui_->Label4->setText(start.label4);
@@ -203,31 +215,26 @@ void Form4::Enter(const ContestLog &contest)
     program_.windows.Main().showMinimized();
     ShowModal();
     Timer1_->Stop();
-    Timer2_->Stop();
-    program_.windows.Main().showMaximized();
+    transmission_->Rest();
+    Form1 &main = program_.windows.Main();
+    main.showMaximized();
+    main.activateWindow();
 }
 
 // What the window takes up again each time it is opened.
 void Form4::Activate()
 {
-    const CwSettings keyer = ReadCwSettings(program_.logbook);
-    ui_->Combo3->setCurrentText(keyer.port);
-    ui_->Check3->setChecked(keyer.dtr);
-    ui_->Check4->setChecked(!keyer.dtr);
-    if (const Result<void> loaded = LoadMacros(program_.logbook, macros_); !loaded)
-        dialogs().Message(this, loaded.failure().text);
-    ShowMacroCaptions();
-    ui_->HScroll1->setValue(CwSpeed::start);
+    if (const QString trouble = transmission_->Open(); !trouble.isEmpty())
+        dialogs().Message(this, trouble);
     ui_->Frame2->setTitle(MasterCheckCaption(program_.master.Calls().size()));
     ShowLastValues();
-    Timer2_->Start();
+    transmission_->Follow();
     ui_->Frame3->setTitle(QString(u"Log Concurso: " + ui_->Label2->text()).replace(u'&', u"&&"_qs));
-    ShowPanels();
+    transmission_->ShowPanels();
 }
 
 void Form4::ShowLastValues()
 {
-    SavedSpeed_ = ui_->HScroll1->value();
     LogStore &store = program_.logbook.Store();
     const Result<QString> mode = LastContestValue(store, ui_->Label2->text(), ContestValue::Mode);
     const Result<QString> band = LastContestValue(store, ui_->Label2->text(), ContestValue::Band);
@@ -353,7 +360,6 @@ void Form4::CallChanged()
         SavedCall_ = call;
         SavedSerie_.clear();
     }
-    ShowMacroCaptions();
 }
 
 void Form4::ShowDuplicates()
@@ -371,33 +377,29 @@ void Form4::ShowDuplicates()
     ui_->Frame4->setVisible(duplicate);
 }
 
-void Form4::ModeChosen()
+// An entry was taken. By mouse the operator goes on with the call; by keys he may still be on the way to the entry he
+// wants, and what he types next must not land in the call.
+void Form4::Chosen(const QComboBox *list)
 {
     if (ContestLoading_)
         return;
-    if (ui_->Combo1->currentText() != u"CW")
-        ui_->ESM->setChecked(false);
-    ShowPanels();
-    ui_->Corresponsal->setFocus();
+    if (list == ui_->Combo1)
+        ModeChosen();
+    else if (list == ui_->Combo2)
+        ShowDuplicates();
+    else if (const auto band = ContestBandOfMegahertz(ui_->mhz->currentText()))
+        ui_->Label6->setText(*band);
+    if (list != ui_->Combo2 && !byKey_)
+        ui_->Corresponsal->setFocus();
+}
+
+void Form4::ModeChosen()
+{
+    transmission_->ShowPanels();
     ShowDuplicates();
     if (IsIncremental())
         NextSerial();
 }
-
-void Form4::ShowPanels()
-{
-    const bool cw = ui_->Combo1->currentText() == u"CW";
-    ui_->panelTransmision->setCurrentWidget(cw ? ui_->panelCw : ui_->panelFonia);
-}
-
-void Form4::ShowMacroCaptions()
-{
-    const auto captions = MacroCaptions(ui_->Text2->text(), ui_->Corresponsal->text(), ui_->RSE->text());
-    for (size_t i = 0; i < captions.size(); ++i)
-        macroButtons_[i]->setText(captions[i]);
-}
-
-void Form4::SetSpeed(int speed) { ui_->HScroll1->setValue(std::clamp(speed, CwSpeed::slowest, CwSpeed::fastest)); }
 
 void Form4::EditLastContestQso()
 {
@@ -485,15 +487,16 @@ bool Form4::ClaimsShortcut(const QKeyEvent *event) const
 
 bool Form4::PreviewKey(QKeyEvent *event)
 {
+    byKey_ = true;
+    QMetaObject::invokeMethod(
+        this, [this] { byKey_ = false; }, Qt::QueuedConnection);
     switch (event->key()) {
     case Qt::Key_Return:
     case Qt::Key_Enter:
-        if (!event->isAutoRepeat())
+        if (!event->isAutoRepeat() && !working_)
             Store();
         return true;
     case Qt::Key_Space:
-        if (CurrentField() != ui_->Corresponsal && CurrentField() != ui_->RSR)
-            return false;
         (CurrentField() == ui_->Corresponsal ? ui_->RSR : ui_->Corresponsal)->setFocus();
         return true;
     case Qt::Key_F8:
@@ -504,15 +507,17 @@ bool Form4::PreviewKey(QKeyEvent *event)
             EditLastContestQso();
         return true;
     case Qt::Key_PageDown:
-        SetSpeed(ui_->HScroll1->value() + 1);
+        transmission_->ChangeSpeed(1);
         return true;
     case Qt::Key_PageUp:
-        SetSpeed(ui_->HScroll1->value() - 1);
+        transmission_->ChangeSpeed(-1);
         return true;
     case Qt::Key_Escape:
         program_.logbook.LongWork().CancelAll();
-        ui_->Label7->hide();
-        ui_->Frame4->hide();
+        if (ui_->Combo1->currentText() == u"CW") {
+            ui_->Label7->hide();
+            ui_->Frame4->hide();
+        }
         return true;
     case Qt::Key_W:
         if (!CtrlHeld())
@@ -527,7 +532,8 @@ bool Form4::PreviewKey(QKeyEvent *event)
 
 bool Form4::Leave(bool askForCall)
 {
-    program_.logbook.LongWork().CancelAll();
+    if (working_)
+        return false;
     ui_->ESM->setChecked(false);
     const QString call = ui_->Corresponsal->text();
     if (askForCall && !call.isEmpty()
@@ -536,9 +542,8 @@ bool Form4::Leave(bool askForCall)
         return false;
     if (!dialogs().Ask(this, u" Sale del concurso?"_qs))
         return false;
-    const Result<void> saved =
-        SaveKeyerSettings(program_.logbook, {ui_->Combo3->currentText(), ui_->Check3->isChecked()});
-    TellIfFailed(saved ? nullptr : &saved.failure());
+    if (const QString trouble = transmission_->Close(); !trouble.isEmpty())
+        dialogs().Message(this, trouble);
     leaving_ = true;
     return true;
 }

@@ -4,17 +4,17 @@
 
 #include "contest/ContestEntry.h"
 #include "contest/ContestLogs.h"
-#include "contest/Macros.h"
 #include "core/Scheduler.h"
 #include "ui/ContestListModel.h"
 #include "ui/Window.h"
 
-#include <array>
 #include <memory>
 
 struct Program;
 class ContestCommands;
 class MasterView;
+class Transmission;
+class QComboBox;
 class QPushButton;
 namespace Ui {
 class Form4;
@@ -62,7 +62,6 @@ private:
     void FillLists();
     void AttachFilters();
     void Connect();
-    void ConnectTransmission();
     void BuildMenu();
     void Activate();
     void ShowLastValues();
@@ -73,11 +72,14 @@ private:
     void Stored(const QsoRow &row);
     void CallChanged();
     void ShowDuplicates();
+    void Chosen(const QComboBox *list);
     void ModeChosen();
-    void ShowPanels();
-    void ShowMacroCaptions();
+    void RunCommand(void (Form4::*work)());
+    void MakeCabrillo();
+    void MakeAdif();
+    void Transfer();
+    void ImportCabrillo();
     void NextSerial();
-    void SetSpeed(int speed);
     void EditLastContestQso();
     void EditRow(const QsoRow &row, int place);
     void ManualTimeTicked(bool manual);
@@ -91,13 +93,12 @@ private:
     ContestListModel log_, duplicates_;
     MasterView *master_;
     ContestCommands *commands_;
-    std::array<QPushButton *, macroCount> macroButtons_;
-    MacroTexts macros_;
+    Transmission *transmission_;
     std::unique_ptr<Scheduler::Timer> Timer1_; // the clock
-    std::unique_ptr<Scheduler::Timer> Timer2_; // the panels follow the mode
     bool ContestLoading_ = false;
     bool leaving_ = false;
+    bool working_ = false; // a command of the bottom line
+    bool byKey_ = false; // the present event is a key
     qint64 count_ = 0;
     QString SavedCall_, SavedSerie_;
-    int SavedSpeed_ = 20;
 };

@@ -26,7 +26,7 @@ Form7::Form7(Program &program, QWidget *owner)
     for (QLineEdit *number : {ui_->Text3, ui_->Text4, ui_->Text5})
         FieldFilter::Attach(number, [](QChar key) { return FilterContestKey(key, ContestFilter::SerieDigits); });
     for (QLineEdit *serie : {ui_->Text6, ui_->Text7})
-        FieldFilter::Attach(serie, {}, LetterCase::Upper);
+        FieldFilter::Attach(serie, [](QChar key) { return FilterContestKey(key, ContestFilter::SerieText); });
     ShowFocusOn({ui_->Text1, ui_->Text2, ui_->Text3, ui_->Text4, ui_->Text5, ui_->Text6, ui_->Text7});
     connect(ui_->Command1, &QPushButton::clicked, this, &Form7::Save);
     connect(ui_->Command2, &QPushButton::clicked, this, &Form7::Delete);

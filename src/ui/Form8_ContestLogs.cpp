@@ -60,6 +60,7 @@ std::optional<ContestLog> Form8::Choose()
 {
     chosen_.reset();
     ui_->Text1->clear();
+    ui_->Option1->setChecked(true); // the type cannot be changed later, so it is not carried over
     FillContestList();
     if (model_.rowCount() > 0)
         ui_->ListView1->setCurrentIndex(model_.index(0, 1));

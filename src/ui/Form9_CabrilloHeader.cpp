@@ -21,14 +21,8 @@ Form9::Form9(Program &program, QWidget *owner)
     , ui_(std::make_unique<Ui::Form9>())
 {
     ui_->setupUi(this);
-    const CabrilloWriter::Choices &choices = CabrilloWriter::HeaderChoices();
-    const std::pair<QComboBox *, const CabrilloWriter::Choice &> lists[] = {{ui_->Combo1, choices.category},
-        {ui_->Combo2, choices.power}, {ui_->Combo3, choices.band}, {ui_->Combo4, choices.mode},
-        {ui_->Combo5, choices.overlay}};
-    for (const auto &[list, choice] : lists) {
+    for (const auto &[list, choice] : Lists())
         list->addItems(choice.items);
-        list->setCurrentText(choice.start);
-    }
     FieldFilter::Attach(
         ui_->Text1, [](QChar key) { return EntryRules::FilterKey(key, EntryRules::KeyFilter::Callsign); });
     ui_->Text8->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
@@ -46,12 +40,23 @@ Form9::Form9(Program &program, QWidget *owner)
 
 Form9::~Form9() = default;
 
+std::array<std::pair<QComboBox *, CabrilloWriter::Choice>, 5> Form9::Lists() const
+{
+    const CabrilloWriter::Choices &choices = CabrilloWriter::HeaderChoices();
+    return {{{ui_->Combo1, choices.category}, {ui_->Combo2, choices.power}, {ui_->Combo3, choices.band},
+        {ui_->Combo4, choices.mode}, {ui_->Combo5, choices.overlay}}};
+}
+
 void Form9::ShowHeader(const QString &contest, const CabrilloWriter::QsoLines &lines, const QList<QsoRow> &rows)
 {
     rows_ = rows;
     CabrilloWriter::Header header;
     CabrilloWriter::LoadPersonalData(program_.logbook.Files(), program_.logbook.PathOf(u"datos.cbr"_qs), header);
     ShowPersonalData(header);
+    for (const auto &[list, choice] : Lists())
+        list->setCurrentText(choice.start);
+    ui_->Text1->clear();
+    ui_->Text9->clear();
     ui_->Text3->setText(contest);
     ui_->Text8->setPlainText(lines.text);
     setWindowTitle(CabrilloWriter::HeaderTitle(contest, lines.rows.size()));

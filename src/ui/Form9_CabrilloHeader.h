@@ -5,9 +5,12 @@
 #include "interchange/CabrilloWriter.h"
 #include "ui/Window.h"
 
+#include <array>
 #include <memory>
+#include <utility>
 
 struct Program;
+class QComboBox;
 namespace Ui {
 class Form9;
 }
@@ -28,6 +31,7 @@ protected:
     bool PreviewKey(QKeyEvent *event) override;
 
 private:
+    std::array<std::pair<QComboBox *, CabrilloWriter::Choice>, 5> Lists() const;
     CabrilloWriter::Header ReadHeader() const;
     void ShowPersonalData(const CabrilloWriter::Header &header);
     void WriteCabrilloFile();

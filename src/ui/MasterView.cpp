@@ -29,6 +29,7 @@ MasterView::MasterView(QTextBrowser *MCheck, QListWidget *List1, QListWidget *Li
 {
     MCheck_->setOpenLinks(false);
     MCheck_->viewport()->installEventFilter(this);
+    MCheck_->setFocusPolicy(Qt::NoFocus); // it shows, and takes no keys
 }
 
 void MasterView::Clear()

@@ -3,6 +3,7 @@
 #include "ui/WindowScaler.h"
 
 #include <QEvent>
+#include <QGridLayout>
 #include <QHash>
 #include <QHeaderView>
 #include <QLayout>
@@ -78,6 +79,7 @@ public:
     void Capture()
     {
         controls_.clear();
+        layouts_.clear();
         scale_ = 1;
         captured_ = window_->size().expandedTo(window_->minimumSizeHint());
         window_->resize(captured_);
@@ -147,7 +149,34 @@ private:
         for (QWidget *widget : window_->findChildren<QWidget *>())
             if (widget->window() == window_)
                 ScaleControl(widget, to);
+        for (QLayout *layout : window_->findChildren<QLayout *>())
+            if (layout->parentWidget() && layout->parentWidget()->window() == window_)
+                ScaleLayout(layout, to);
         scale_ = to;
+    }
+
+    // The room between controls grows with them.
+    void ScaleLayout(QLayout *layout, double to)
+    {
+        const bool isNew = !layouts_.contains(layout);
+        if (isNew)
+            connect(layout, &QObject::destroyed, this, [this, layout] { layouts_.remove(layout); });
+        Room &room = layouts_[layout];
+        const double from = isNew ? 1 : scale_;
+        const QMargins now = layout->contentsMargins();
+        const QMargins margins(int(room.sides[0].Rescale(now.left(), from, to)),
+            int(room.sides[1].Rescale(now.top(), from, to)), int(room.sides[2].Rescale(now.right(), from, to)),
+            int(room.sides[3].Rescale(now.bottom(), from, to)));
+        if (margins != now)
+            layout->setContentsMargins(margins);
+        if (auto *grid = qobject_cast<QGridLayout *>(layout)) {
+            if (grid->horizontalSpacing() > 0)
+                grid->setHorizontalSpacing(int(room.gaps[0].Rescale(grid->horizontalSpacing(), from, to)));
+            if (grid->verticalSpacing() > 0)
+                grid->setVerticalSpacing(int(room.gaps[1].Rescale(grid->verticalSpacing(), from, to)));
+        } else if (layout->spacing() > 0) {
+            layout->setSpacing(int(room.gaps[0].Rescale(layout->spacing(), from, to)));
+        }
     }
 
     void ScaleControl(QWidget *widget, double to)
@@ -213,6 +242,11 @@ private:
     double scale_ = 1;
     bool applying_ = false;
     QHash<QWidget *, Control> controls_;
+    struct Room {
+        std::array<Length, 4> sides; // left, top, right, bottom
+        std::array<Length, 2> gaps; // across, down
+    };
+    QHash<QLayout *, Room> layouts_;
 };
 
 void CaptureLayout(QWidget *window)

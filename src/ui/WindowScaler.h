@@ -6,9 +6,9 @@
 
 class QWidget;
 
-// Makes a window grow and shrink with the screen. Only fonts, told minimum and maximum sizes and the starting widths
-// of list columns are scaled; the layouts do the rest. The scale is the present size of the window over its captured
-// size, the smaller of the two directions, held between 0.8 and 3.
+// Makes a window grow and shrink with the screen. Only fonts, told minimum and maximum sizes, margins and gaps of the
+// layouts and the starting widths of list columns are scaled; the layouts do the rest. The scale is the present size of
+// the window over its captured size, the smaller of the two directions, held between 0.8 and 3.
 
 // Takes the present sizes of `window` and its controls as those of scale 1, and from now on runs ApplyLayout at each
 // resize. To be called once the controls stand, before the window is shown. Fonts that a control sets itself keep

@@ -75,10 +75,11 @@ class TestSearch : public QObject {
         });
         return read ? ids : std::vector<qint64>{-1};
     }
-    std::vector<qint64> InSlices(const SearchFilters &filters = {}, const std::function<void(int)> &between = {})
+    std::vector<qint64> InSlices(
+        const SearchFilters &filters = {}, const std::function<void(int)> &between = {}, SearchSlices *slices = nullptr)
     {
         std::vector<qint64> ids;
-        SearchCursor cursor(*store_, logName, filters);
+        SearchCursor cursor(*store_, logName, filters, slices);
         for (int slice = 1; !cursor.AtEnd() && slice < 50; ++slice) {
             if (!cursor.Next(ids))
                 return {-1};
@@ -252,6 +253,25 @@ private Q_SLOTS:
         };
         expected.insert(expected.begin() + 20000 - 1, 25001); // was read before
         QVERIFY(InSlices({}, change) == expected);
+    }
+
+    void SlicesOfAnEarlierSearchServeTheNextOne()
+    {
+        StoreMany(70000, u"date('2020-01-01', (n/3000)||' days')"_qs, u"time(n, 'unixepoch')"_qs);
+        SearchSlices slices;
+        QVERIFY(InSlices({}, {}, &slices) == InOneGo());
+        Execute(u"DELETE FROM Tabla1 WHERE id BETWEEN 20000 AND 55000 OR id%20000<3"_qs);
+        StoreMany(30000, u"iif(n%4, date('2019-12-31', (n/2000)||' days'), NULL)"_qs, u"iif(n%3, '10:00:00', NULL)"_qs);
+        SearchFilters filters;
+        QVERIFY(InSlices(filters, {}, &slices) == InOneGo());
+        filters.from = u"03/01/2020"_qs;
+        QVERIFY(InSlices(filters, {}, &slices) == InOneGo(u"Fecha>='2020-01-03'"_qs));
+        filters.to = u"05/01/2020"_qs;
+        QVERIFY(InSlices(filters, {}, &slices) == InOneGo(u"Fecha BETWEEN '2020-01-03' AND '2020-01-05'"_qs));
+        filters.from = u"06/01/2020"_qs;
+        QVERIFY(InSlices(filters, {}, &slices).empty());
+        Execute(u"DELETE FROM Tabla1 WHERE Estacion='LU1A'"_qs);
+        QVERIFY(InSlices({}, {}, &slices).empty());
     }
 
     void ASliceThatFailsCanBeReadAgain()

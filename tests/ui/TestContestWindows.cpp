@@ -1,0 +1,320 @@
+// SPDX-FileCopyrightText: 2026 The Tordillo Compact authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "ContestDesk.h"
+#include "support/TestRegistry.h"
+
+#include <QMenu>
+#include <QPlainTextEdit>
+#include <QRadioButton>
+#include <QTest>
+
+// The windows around the contest: its list, the edit window, files out and in, the transfer, the analysis.
+class TestContestWindows : public QObject {
+    Q_OBJECT
+
+    std::unique_ptr<ContestDesk> desk_;
+
+    void In(const QString &contest, const std::function<void()> &act) { desk_->InContest(contest, act); }
+    // Contacts with LU1ABC and PY2AA in SSB on 80m, serials 1 and 2 out, 7 and 8 in.
+    void WorkTwo() const
+    {
+        desk_->Work(u"LU1ABC"_qs, u"7"_qs);
+        desk_->Work(u"PY2AA"_qs, u"8"_qs);
+    }
+    // What was told, with the folder taken out of it.
+    QStringList Told() const
+    {
+        QStringList told = desk_->Told();
+        told.replaceInStrings(desk_->Path(QString()), QString());
+        return told;
+    }
+    // Opens the menu of a contest in the list and takes its entry.
+    void TakeMenu(int row) const
+    {
+        auto *list = desk_->Find<QAbstractItemView>(u"ListView1"_qs);
+        QTimer::singleShot(0, list, [] {
+            auto *menu = qobject_cast<QMenu *>(QApplication::activePopupWidget());
+            QVERIFY(menu);
+            QCOMPARE(menu->actions().first()->text(), u"Borrar CONDOR"_qs);
+            QTest::keyClick(menu, Qt::Key_Down);
+            QTest::keyClick(menu, Qt::Key_Return);
+        });
+        Q_EMIT list->customContextMenuRequested(list->visualRect(list->model()->index(row, 1)).center());
+    }
+
+private Q_SLOTS:
+    void init()
+    {
+        desk_ = std::make_unique<ContestDesk>();
+        desk_->Furnish();
+        desk_->Write(u"programas.ini"_qs, "[programas]\r\neditor=true\r\n");
+        desk_->Start();
+    }
+    void cleanup() { desk_.reset(); }
+
+    void ContestsAreMadeAndDeleted()
+    {
+        const auto create = [&] {
+            QCOMPARE(desk_->Column(u"ListView1"_qs, 1), (QStringList{u"ANDES"_qs, u"CONDOR"_qs}));
+            QCOMPARE(desk_->Column(u"ListView1"_qs, 2), (QStringList{u"Fija"_qs, u"Incremental"_qs}));
+            desk_->Click(u"Command1"_qs);
+            QCOMPARE(desk_->Focus(), u"Text1"_qs);
+            desk_->Type(u"con'dor"_qs);
+            desk_->Press(Qt::Key_Return);
+            QCOMPARE(desk_->Told(),
+                QStringList{u"!Ya existe un concurso creado con el nombre CONDOR\n\nElija otro nombre!"_qs});
+            QVERIFY(desk_->Front()->isVisible());
+            desk_->Fill(u"Text1"_qs, u"puna"_qs);
+            desk_->Find<QRadioButton>(u"Option2"_qs)->click();
+            desk_->Click(u"Command1"_qs);
+        };
+        desk_->InContest(create, [&] {
+            QCOMPARE(desk_->Texts({u"Label2"_qs, u"Label3"_qs, u"RSE"_qs, u"Label4"_qs}), u"PUNA|Fija||"_qs);
+        });
+        In(u"CONDOR"_qs, [&] { WorkTwo(); });
+        desk_->Told();
+        desk_->InModal([&] { desk_->Menu("cabro"); },
+            [&] {
+                QCOMPARE(desk_->Column(u"ListView1"_qs, 3), (QStringList{u"0"_qs, u"2"_qs, u"0"_qs}));
+                TakeMenu(1); // No is the preset
+                QCOMPARE(
+                    desk_->Told(), QStringList{u"?Elimina el concursoCONDOR?\n\nLos datos no se podrán recuperar!"_qs});
+                QCOMPARE(desk_->Calls(u"CONDOR"_qs).size(), 2);
+                desk_->dialogs.answers << true;
+                TakeMenu(1);
+                QCOMPARE(desk_->Column(u"ListView1"_qs, 1), (QStringList{u"ANDES"_qs, u"PUNA"_qs}));
+                desk_->Press(Qt::Key_Escape);
+            });
+        QVERIFY(desk_->Calls(u"CONDOR"_qs).isEmpty());
+        QCOMPARE(desk_->Front()->objectName(), u"Form1"_qs);
+    }
+
+    void EditingTheLastContact()
+    {
+        In(u"CONDOR"_qs, [&] {
+            desk_->Press(Qt::Key_F12); // nothing there
+            QCOMPARE(desk_->Front()->objectName(), u"Form4"_qs);
+            WorkTwo();
+            desk_->InModal([&] { desk_->Press(Qt::Key_F12); },
+                [&] {
+                    QVERIFY(desk_->Front()->windowTitle().startsWith(u"Edición de Registro #"));
+                    QCOMPARE(desk_->Texts({u"Text2"_qs, u"Text3"_qs, u"Text6"_qs, u"Label3"_qs, u"Label11"_qs}),
+                        u"PY2AA|3650|2|CONDOR|0"_qs);
+                    const std::tuple<QString, QString, QString> refused[] = {
+                        {u"Text3"_qs, u"4500"_qs, u"!4500 KHz NO ES BANDA DE CONCURSO!"_qs},
+                        {u"Text3"_qs, QString(), u"!Ingrese la frecuencia en KHZ!"_qs},
+                        {u"Text4"_qs, u"20261301"_qs, u"!Error en la fecha, mes 13!"_qs},
+                        {u"Text4"_qs, u"2026"_qs, u"!Error en la fecha, formato DDMMAAAA!"_qs},
+                        {u"Text5"_qs, u"2460"_qs, u"!Error en la HORA 2460!"_qs}};
+                    for (const auto &[field, typed, message] : refused) {
+                        const QString before = desk_->Text(field);
+                        desk_->Fill(field, typed);
+                        desk_->Press(Qt::Key_Tab);
+                        QCoreApplication::processEvents();
+                        QCOMPARE(desk_->Told(), QStringList{message});
+                        QCOMPARE(desk_->Focus(), field);
+                        desk_->Press(Qt::Key_Return); // Enter does not slip past it
+                        QCOMPARE(desk_->Told(), QStringList{message});
+                        QVERIFY(desk_->Front()->objectName() == u"Form7");
+                        desk_->Fill(field, before);
+                    }
+                    desk_->Fill(u"Text2"_qs, u"py2'bb"_qs);
+                    desk_->Fill(u"Text7"_qs, u"o'h"_qs);
+                    desk_->Choose(u"Combo2"_qs, u"FM"_qs);
+                    desk_->Press(Qt::Key_Return);
+                });
+            QCOMPARE(desk_->Column(u"ListView2"_qs, 9), (QStringList{u"PY2BB"_qs, u"LU1ABC"_qs}));
+            QCOMPARE(desk_->Text(u"RSE"_qs), u"3"_qs);
+        });
+        QCOMPARE(desk_->Calls(u"CONDOR"_qs), (QStringList{u"LU1ABC SSB 80m 1 7"_qs, u"PY2BB FM 80m 2 O'H"_qs}));
+    }
+
+    void DeletingAContact()
+    {
+        In(u"CONDOR"_qs, [&] {
+            WorkTwo();
+            for (const bool yes : {false, true})
+                desk_->InModal([&] { desk_->DoubleClick(u"ListView2"_qs, 1); },
+                    [&] {
+                        QCOMPARE(desk_->Texts({u"Text2"_qs, u"Label11"_qs}), u"LU1ABC|1"_qs);
+                        desk_->dialogs.answers = {yes};
+                        desk_->Click(u"Command2"_qs);
+                        QCOMPARE(desk_->Told(), QStringList{u"?Elimina el QSO con LU1ABC?"_qs});
+                    });
+            QCOMPARE(desk_->Column(u"ListView2"_qs, 9), QStringList{u"PY2AA"_qs});
+            QCOMPARE(desk_->Texts({u"Label9"_qs, u"RSE"_qs}), u"1 QSOs |3"_qs);
+        });
+    }
+
+    void ACabrilloFile()
+    {
+        In(u"CONDOR"_qs, [&] {
+            desk_->Click(u"Command1"_qs);
+            QCOMPARE(desk_->Told(), QStringList{u"!No hay ningún QSO para exportar a Cabrillo!"_qs});
+            WorkTwo();
+            desk_->Write(u"a.log"_qs, "viejo");
+            desk_->InModal([&] { desk_->Click(u"Command1"_qs); },
+                [&] {
+                    QCOMPARE(desk_->Front()->windowTitle(), u"Encabezado de CONDOR con 2 QSO(s)"_qs);
+                    QVERIFY(!desk_->Find(u"Text9"_qs)->isEnabled());
+                    desk_->Choose(u"Combo1"_qs, u"MULTI-OP"_qs);
+                    QVERIFY(desk_->Find(u"Text9"_qs)->isEnabled());
+                    desk_->Click(u"Command1"_qs);
+                    QCOMPARE(desk_->Told(), QStringList{u"!Falta su Señal Distintiva!"_qs});
+                    QCOMPARE(desk_->Focus(), u"Text1"_qs);
+                    desk_->Type(u"lu8yyy"_qs); // not the call of the contacts
+                    desk_->Click(u"Command1"_qs);
+                    QCOMPARE(desk_->Told(), QStringList{u"!Falta su Nombre!"_qs});
+                    QCOMPARE(desk_->Focus(), u"Text2"_qs);
+                    desk_->Type(u"Ana"_qs);
+                    desk_->dialogs.files = {desk_->Path(u"a.log"_qs), desk_->Path(u"b"_qs)};
+                    desk_->dialogs.answers = {false, false};
+                    desk_->Click(u"Command1"_qs);
+                });
+            const QStringList told = Told();
+            QCOMPARE(told.size(), 5);
+            QCOMPARE(told[1], u"?El archivo \na.log\nya existe!\n\nsobregraba?"_qs);
+            QCOMPARE(told[2], told[0]); // No: another name is asked for
+            QVERIFY2(told[3].startsWith(u"!El archivo no coincide con el concurso.") && told[3].contains(u"LU8YYY"),
+                qPrintable(told[3]));
+            QCOMPARE(told[4], u"!b.log\nGuardado!\n\nDesea verlo?"_qs);
+        });
+        QCOMPARE(desk_->Content(u"a.log"_qs), QByteArray("viejo"));
+        QCOMPARE(desk_->Content(u"datos.cbr"_qs), QByteArray("Ana\r\n\r\n\r\n\r\n\r\n"));
+        const QByteArray file = desk_->Content(u"b.log"_qs);
+        QVERIFY2(file.startsWith("START-OF-LOG: 3.0\r\nCALLSIGN: LU8YYY\r\nCONTEST: CONDOR\r\n"), file.constData());
+        QVERIFY2(file.endsWith("END-OF-LOG:\r\n") && file.count("QSO:") == 2, file.constData());
+        In(u"CONDOR"_qs, [&] { // the true call: no box of the check
+            desk_->InModal([&] { desk_->Click(u"Command1"_qs); },
+                [&] {
+                    QCOMPARE(desk_->Text(u"Text2"_qs), u"Ana"_qs);
+                    desk_->Fill(u"Text1"_qs, u"LU9ZZZ"_qs);
+                    desk_->dialogs.files = {desk_->Path(u"c.log"_qs)};
+                    desk_->Told();
+                    desk_->Click(u"Command1"_qs);
+                });
+            QCOMPARE(Told().mid(1), QStringList{u"!c.log\nGuardado!\n\nDesea verlo?"_qs});
+        });
+    }
+
+    void ACabrilloFileComesIn_data()
+    {
+        QTest::addColumn<QByteArray>("content");
+        QTest::addColumn<QStringList>("told");
+        QTest::addColumn<int>("stored");
+        const QByteArray header = "START-OF-LOG: 3.0\n";
+        const QByteArray first = "qso: 7074 ft8 2026-11-25 0010 lu9zzz 599 1 cx1aa 599 4\n";
+        const QByteArray second = "QSO: 14074 CW 2026-11-25 0011 LU9ZZZ 2 CX2AA 5\n";
+        const QByteArray foreign = "QSO: 14074 CW 2026-11-25 0012 LU1XX 3 CX3AA 6\n";
+        QTest::newRow("none") << header << QStringList{u"iNo se encontaron QSOs en el archivo x.log\npara incluir!"_qs}
+                              << 0;
+        QTest::newRow("two") << header + first + second << QStringList() << 2;
+        QTest::newRow("repeated") << first + second + first
+                                  << QStringList{u"iNo se agregaron 1 QSOs por estar repetidos en x.log"_qs} << 2;
+        QTest::newRow("of another station")
+            << first + foreign + second << QStringList{u"iLU1XX no es la SD LU9ZZZ"_qs} << 1;
+        QTest::newRow("short line") << first + "QSO: 14074 CW\n" + second
+                                    << QStringList{u"XAl archivo x.log\nle faltan demasiadas columnas!"_qs} << 1;
+    }
+    void ACabrilloFileComesIn()
+    {
+        QFETCH(QByteArray, content);
+        QFETCH(QStringList, told);
+        QFETCH(int, stored);
+        desk_->Write(u"x.log"_qs, content);
+        In(u"CONDOR"_qs, [&] {
+            desk_->Click(u"IMP_C_FT8"_qs); // cancelled
+            QCOMPARE(desk_->Told(), QStringList{u"-Incluir Cabrillo ..."_qs});
+            desk_->dialogs.files = {desk_->Path(u"x.log"_qs)};
+            desk_->Click(u"IMP_C_FT8"_qs);
+            for (const auto &box : desk_->dialogs.shown.mid(1))
+                QCOMPARE(box.title, u"Tordillo te informa"_qs);
+            QCOMPARE(Told().mid(1), told);
+            QCOMPARE(desk_->Column(u"ListView2"_qs, 9).size(), stored);
+            QCOMPARE(desk_->Text(u"Label9"_qs).trimmed(), u"%1 QSOs"_qs.arg(stored));
+        });
+        if (stored > 0)
+            QCOMPARE(desk_->Calls(u"CONDOR"_qs).first(), u"CX1AA DG 40m 1 4"_qs);
+    }
+
+    void AdifOfTwoStationsIsRefused()
+    {
+        In(u"CONDOR"_qs, [&] {
+            desk_->Click(u"Command2"_qs);
+            QCOMPARE(desk_->Told(), QStringList{u"!No hay ningún QSO para exportar a ADIF!"_qs});
+            WorkTwo();
+            desk_->dialogs.files = {desk_->Path(u"a"_qs)};
+            desk_->Click(u"Command2"_qs);
+            QCOMPARE(Told().mid(1), QStringList{u"!a.adi\nGuardado!\n\nDesea verlo?"_qs});
+            QCOMPARE(desk_->Content(u"a.adi"_qs).toUpper().count("<EOR>"), 2);
+            desk_->Fill(u"Text2"_qs, u"LU8YYY"_qs);
+            desk_->Find(u"Corresponsal"_qs)->setFocus();
+            desk_->Work(u"CE3BB"_qs, u"9"_qs);
+            const QStringList refusal{u"XError!\nEn el log distinta Señal Distintiva"_qs};
+            desk_->dialogs.files = {desk_->Path(u"b"_qs)};
+            desk_->Click(u"Command2"_qs);
+            QCOMPARE(Told().mid(1), refusal);
+            desk_->Click(u"Command1"_qs); // Cabrillo, which opens no window
+            QCOMPARE(desk_->Told(), refusal);
+        });
+    }
+
+    void TransferTwice()
+    {
+        In(u"CONDOR"_qs, [&] {
+            desk_->Click(u"Command4"_qs);
+            QCOMPARE(desk_->Told(),
+                QStringList{u"iel log de concurso CONDOR no tiene QSOs para pasar al log Base Log inicial"_qs});
+            WorkTwo();
+            desk_->Click(u"Command4"_qs); // No is the preset
+            QVERIFY(desk_->Rows().isEmpty());
+            QCOMPARE(
+                desk_->Told(), QStringList{u"?Pasa el log de concurso CONDOR con 2 QSOs\nal log base Log inicial?"_qs});
+            for (const char16_t *said :
+                {u"iTransferencia:\nCopiados: 2\nDuplicados: 0", u"iTransferencia:\nCopiados: 0\nDuplicados: 2"}) {
+                desk_->dialogs.answers = {true};
+                desk_->Click(u"Command4"_qs);
+                QCOMPARE(desk_->Told().last(), QString::fromUtf16(said));
+            }
+        });
+        QCOMPARE(desk_->Rows().size(), 2);
+        QCOMPARE(desk_->Rows().first().Obs, u"Concurso CONDOR"_qs);
+        QCOMPARE(desk_->Text(u"Label6"_qs), u"Log: Log inicial, con 2 QSOs"_qs);
+    }
+
+    void TheAnalysis()
+    {
+        desk_->InModal([&] { desk_->Menu("anali"); },
+            [&] {
+                QCOMPARE(desk_->Text(u"Label13"_qs), u"Ningún Concurso con QSOs para analizar!"_qs);
+                desk_->Press(Qt::Key_Escape);
+            });
+        In(u"CONDOR"_qs, [&] {
+            WorkTwo();
+            desk_->clock.now = desk_->clock.now.addSecs(1200);
+            desk_->Advance(1000);
+            desk_->Work(u"LU1ABC"_qs, u"o9"_qs);
+        });
+        const QString name = u"Analisis_CONDOR (Incremental).txt"_qs;
+        desk_->Told();
+        desk_->InModal([&] { desk_->Menu("anali"); },
+            [&] {
+                QCOMPARE(desk_->Column(u"ListView1"_qs, 1), QStringList{u"CONDOR"_qs});
+                desk_->unwritable << name;
+                desk_->DoubleClick(u"ListView1"_qs, 0);
+                QCOMPARE(Told(), QStringList{QString(u"XNo se puede escribir el archivo\n" + name)});
+                desk_->unwritable.clear();
+                desk_->DoubleClick(u"ListView1"_qs, 0);
+                QCOMPARE(desk_->Text(u"Label13"_qs), desk_->Path(name));
+                QCOMPARE(desk_->Told(), QStringList());
+                desk_->Press(Qt::Key_Escape);
+            });
+        const QString report = QString::fromLatin1(desk_->Content(name));
+        for (const char16_t *line : {u"Concurso: CONDOR (Incremental)\r\n", u"           QSOs: 3\r\n",
+                 u"     Duplicados: 1\r\n", u"   Tiempo Total: 20 min.\r\n", u"           Rate: 9,00 QSOs/h.\r\n"})
+            QVERIFY2(report.contains(QString::fromUtf16(line)), qPrintable(report));
+    }
+};
+
+TORDILLO_TEST(TestContestWindows)
+#include "TestContestWindows.moc"

@@ -13,12 +13,14 @@
 
 #include <QSet>
 #include <memory>
+#include <sqlite3.h>
 
 namespace {
 
 constexpr int smallContest = 200;
 constexpr int largeContest = 20000;
 constexpr int storedQsos = 400;
+constexpr int markedRows = 200;
 constexpr int masterCalls = 90000;
 constexpr int typedTexts = 400;
 constexpr int scannedTexts = 40;
@@ -256,7 +258,9 @@ void BenchReading(
 
 // --- The analysis
 
-// A statement for each mark of each row, committed by itself, with a walk of the contest for each band and mode.
+// A statement for each mark of each row, committed by itself, with a walk of the contest for each band and mode. As all
+// of that takes many minutes, the whole is done without waiting for the disk, and its time is reckoned from the time of
+// one statement that does wait.
 class RowByRow {
 public:
     RowByRow(const QString &path, const DxccTable &countries)
@@ -267,9 +271,11 @@ public:
 
     void Analyse()
     {
+        database_.Execute("PRAGMA synchronous=OFF");
         database_.Execute("UPDATE Tabla2 SET Perfil='', SOTA='' WHERE \"Nombre Log\"='CONDOR'");
         RawStatement mark(database_, u"UPDATE Tabla2 SET Argento=?, Perfil=? WHERE id=?"_qs);
-        for (const QStringList &row : Rows(u"Modo<>'' ORDER BY Fecha, Hora"_qs))
+        marked_ = Rows(u"Modo<>'' ORDER BY Fecha, Hora"_qs);
+        for (const QStringList &row : marked_)
             Run(mark, {countries_.CountryOf(row[1]), row[2], row[0]});
         const QList<QStringList> groups =
             Texts(u"SELECT DISTINCT Banda, Modo FROM Tabla2 WHERE \"Nombre Log\"='CONDOR' AND Modo<>''"_qs, 2);
@@ -277,6 +283,18 @@ public:
             MarkGroup(group, u"id DESC"_qs, true);
         for (const QStringList &group : groups)
             MarkGroup(group, u"Fecha, Hora"_qs, false);
+    }
+
+    int Statements() const { return statements_; }
+    // Gives one contact another mark than it has (the engine writes nothing otherwise), and waits for the disk.
+    void MarkOne(int number)
+    {
+        database_.Execute("PRAGMA synchronous=EXTRA");
+        RawStatement mark(database_, u"UPDATE Tabla2 SET Perfil=? WHERE id=?"_qs);
+        const QStringList &row = marked_[number];
+        Run(mark, {QString(row[2] + u"*"), row[0]});
+        if (sqlite3_changes(database_.Handle()) != 1)
+            GiveUp(u"a contact was not marked"_qs);
     }
 
 private:
@@ -296,7 +314,7 @@ private:
         return Texts(
             QString(u"SELECT id, Estacion, RSR, Argento FROM Tabla2 WHERE \"Nombre Log\"='CONDOR' AND " + where), 4);
     }
-    static void Run(RawStatement &statement, const QStringList &values)
+    void Run(RawStatement &statement, const QStringList &values)
     {
         QList<QByteArray> texts;
         for (const QString &value : values)
@@ -305,6 +323,7 @@ private:
             statement.Bind(i + 1, texts[i]);
         statement.Step();
         statement.Reset();
+        ++statements_;
     }
     // The newest contact of each value, or every contact of a call but the oldest.
     void MarkGroup(const QStringList &group, const QString &order, bool multipliers)
@@ -323,6 +342,8 @@ private:
 
     const DxccTable &countries_;
     RawDatabase database_;
+    QList<QStringList> marked_;
+    int statements_ = 0;
 };
 
 double DifferentRows(const QString &ours, const QString &theirs)
@@ -351,11 +372,14 @@ void BenchAnalysis(const BenchSetting &setting, const DxccTable &countries, Resu
         Got(AnalyseContest(store, files, setting.workFolder, countries, contestName, run));
     });
     const double quick = Alternate({analyse}, 5, 1)[0];
-    RowByRow rows(theirs, countries); // one round only: it takes a minute
-    const double slow = Alternate({Clocked([&](int) { rows.Analyse(); })}, 1, 0)[0];
+    RowByRow rows(theirs, countries);
+    rows.Analyse();
+    const double different = DifferentRows(ours, theirs);
+    const int statements = rows.Statements();
+    const double slow = Alternate({Clocked([&](int round) { rows.MarkOne(round); })}, markedRows, 0)[0] * statements;
     table.AddRatio(u"contest: analysis / a statement a row"_qs, SizeText(largeContest), quick, slow, 1.0 / 50);
-    table.AddLimit(u"contest: rows that the two analyses leave different"_qs, SizeText(largeContest),
-        DifferentRows(ours, theirs), 0, Unit::Count);
+    table.AddLimit(
+        u"contest: rows that the two analyses leave different"_qs, SizeText(largeContest), different, 0, Unit::Count);
 }
 
 } // namespace

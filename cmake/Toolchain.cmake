@@ -23,6 +23,11 @@ if(TORDILLO_SANITIZE)
     add_link_options(-fsanitize=${TORDILLO_SANITIZE})
 endif()
 
+option(TORDILLO_FUZZ "Fuzz targets too; needs clang" OFF)
+if(TORDILLO_FUZZ)
+    add_compile_options(-fsanitize=fuzzer-no-link)
+endif()
+
 add_compile_definitions(
     QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_CAST_FROM_BYTEARRAY QT_NO_URL_CAST_FROM_STRING
     QT_NO_CONTEXTLESS_CONNECT QT_NO_FOREACH QT_NO_KEYWORDS QT_NO_NARROWING_CONVERSIONS_IN_CONNECT

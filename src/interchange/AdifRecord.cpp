@@ -23,7 +23,7 @@ constexpr char Upper(char c) { return c >= 'a' && c <= 'z' ? char(c - 'a' + 'A')
 bool Same(QByteArrayView text, const char *capitals)
 {
     for (const char c : text)
-        if (Upper(c) != *capitals++)
+        if (*capitals == '\0' || Upper(c) != *capitals++) // a NUL in the text must not lead beyond the name
             return false;
     return *capitals == '\0';
 }

@@ -5,8 +5,8 @@
 #include "contest/ContestLookup.h"
 #include "logging/BandPlan.h"
 #include "logging/EntryRules.h"
-#include "logging/EntryTime.h"
 #include "ui/Choice.h"
+#include "ui/ContestClock.h"
 #include "ui/ContestCommands.h"
 #include "ui/FieldFilter.h"
 #include "ui/Form1_Main.h"
@@ -73,7 +73,7 @@ Form4::Form4(Program &program)
     commands_ = new ContestCommands(program, *this);
     transmission_ = new Transmission(program, *ui_, this);
     connect(transmission_, &Transmission::Used, this, [this] { ui_->Corresponsal->setFocus(); });
-    Timer1_ = program.scheduler.Make(1000, [this] { Tick(); });
+    clock_ = new ContestClock(program, {ui_->Check2, ui_->Fecha, ui_->Hora}, this);
     FillLists();
     AttachFilters();
     Connect();
@@ -121,10 +121,9 @@ void Form4::Connect()
 {
     connect(ui_->Corresponsal, &QLineEdit::textChanged, this, &Form4::CallChanged);
     for (QComboBox *list : {ui_->Combo1, ui_->Combo2, ui_->mhz}) {
-        list->setCompleter(nullptr);
         connect(list, &QComboBox::activated, this, [this, list] { Chosen(list); });
     }
-    connect(ui_->Check2, &QCheckBox::clicked, this, &Form4::ManualTimeTicked);
+    connect(ui_->Check2, &QCheckBox::clicked, ui_->Corresponsal, qOverload<>(&QWidget::setFocus));
     connect(ui_->Check8, &QCheckBox::toggled, this, [this](bool on) {
         ui_->Frame2->setVisible(on);
         CallChanged();
@@ -199,7 +198,6 @@ void Form4::Enter(const ContestLog &contest)
     Choice::Show(ui_->mhz, u"3"_qs);
     ui_->Text1->setText(u"650"_qs);
     ui_->Label6->setText(u"80m"_qs);
-    ui_->Check2->setChecked(false);
     const StartValues start = StartOfContest(contest.type);
     ui_->RSE->setText(start.rse);
     ui_->Label4->setText(start.label4);
@@ -210,11 +208,10 @@ void Form4::Enter(const ContestLog &contest)
     Activate();
     leaving_ = false;
     ui_->Corresponsal->setFocus();
-    Tick();
-    Timer1_->Start();
+    clock_->Start();
     program_.windows.Main().showMinimized();
     ShowModal();
-    Timer1_->Stop();
+    clock_->Stop();
     transmission_->Rest();
     Form1 &main = program_.windows.Main();
     main.showMaximized();
@@ -421,29 +418,6 @@ void Form4::EditRow(const QsoRow &row, int place)
     const QModelIndex kept = log_.index(std::min(place, log_.rowCount() - 1), 2);
     ui_->ListView2->setCurrentIndex(kept);
     ui_->ListView2->scrollTo(kept);
-}
-
-void Form4::ManualTimeTicked(bool manual)
-{
-    if (manual)
-        Timer1_->Stop();
-    else
-        Timer1_->Start();
-    ui_->Fecha->setReadOnly(!manual);
-    ui_->Hora->setReadOnly(!manual);
-    ui_->Corresponsal->setFocus();
-}
-
-void Form4::Tick()
-{
-    if (ui_->Check2->isChecked())
-        return;
-    ui_->Fecha->setReadOnly(true);
-    ui_->Hora->setReadOnly(true);
-    const EntryTime::DateAndTime now =
-        EntryTime::ClockFields(program_.logbook.ClockInUse().Now(), program_.logbook.configuration.DiferUTC);
-    SetTextKeepingFocus(ui_->Fecha, now.fecha);
-    SetTextKeepingFocus(ui_->Hora, now.hora);
 }
 
 void Form4::FieldEntered(QWidget *field)

@@ -4,13 +4,13 @@
 
 #include "contest/ContestEntry.h"
 #include "contest/ContestLogs.h"
-#include "core/Scheduler.h"
 #include "ui/ContestListModel.h"
 #include "ui/Window.h"
 
 #include <memory>
 
 struct Program;
+class ContestClock;
 class ContestCommands;
 class MasterView;
 class Transmission;
@@ -82,8 +82,6 @@ private:
     void NextSerial();
     void EditLastContestQso();
     void EditRow(const QsoRow &row, int place);
-    void ManualTimeTicked(bool manual);
-    void Tick();
     bool Leave(bool askForCall);
     bool IsIncremental() const;
     bool TellIfFailed(const Failure *failure);
@@ -94,7 +92,7 @@ private:
     MasterView *master_;
     ContestCommands *commands_;
     Transmission *transmission_;
-    std::unique_ptr<Scheduler::Timer> Timer1_; // the clock
+    ContestClock *clock_;
     bool ContestLoading_ = false;
     bool leaving_ = false;
     bool working_ = false; // a command of the bottom line

@@ -109,6 +109,7 @@ void Form6::ShowSearch()
 
 void Form6::FillSearchList()
 {
+    slices_ = {};
     if (isVisible())
         Fill({}, ListStatement(program_.logbook.LogInUse));
 }
@@ -156,7 +157,7 @@ void Form6::Fill(const SearchFilters &filters, const QString &statement)
     ui_->Label6->setText(u"?"_qs);
     ui_->ListView2->header()->setSortIndicatorShown(false);
     const qint64 total = program_.windows.Main().QsoCountShown();
-    SearchCursor cursor(program_.logbook.Store(), program_.logbook.LogInUse, filters);
+    SearchCursor cursor(program_.logbook.Store(), program_.logbook.LogInUse, filters, &slices_);
     Result<void> read;
     {
         qint64 looked = 0;
@@ -166,13 +167,17 @@ void Form6::Fill(const SearchFilters &filters, const QString &statement)
         });
         std::vector<qint64> ids;
         while (!cursor.AtEnd() && run.Step(looked, total)) {
-            ids.clear();
             read = cursor.Next(ids);
             if (!read)
                 break;
             looked += SearchCursor::sliceRows;
-            model_.Append(ids);
+            // The view lays out all its rows for each batch, so batches grow with the list.
+            if (ids.size() * 2 >= size_t(model_.List().Size())) {
+                model_.Append(ids);
+                ids.clear();
+            }
         }
+        model_.Append(ids);
     }
     SetWorking(false);
     ShowCount();

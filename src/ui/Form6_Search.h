@@ -69,6 +69,7 @@ private:
     Program &program_;
     std::unique_ptr<Ui::Form6> ui_;
     SearchModel model_;
+    SearchSlices slices_; // of the log, since the window was opened
     std::unique_ptr<Scheduler::Timer> Timer1_; // blinks Image2
     bool working_ = false;
     bool ascending_ = false;

@@ -13,10 +13,7 @@
 
 namespace {
 
-FaultVfs &Vfs()
-{
-    return FaultVfs::Instance();
-}
+FaultVfs &Vfs() { return FaultVfs::Instance(); }
 
 // A plain connection, so that the layer is proved without our own store.
 class Database {

@@ -11,15 +11,9 @@
 
 namespace {
 
-QString Shown(const std::optional<QString> &value)
-{
-    return value ? QString(u'<' + *value + u'>') : u"-"_qs;
-}
+QString Shown(const std::optional<QString> &value) { return value ? QString(u'<' + *value + u'>') : u"-"_qs; }
 
-QString Shown(const std::optional<bool> &value)
-{
-    return value ? (*value ? u"1"_qs : u"0"_qs) : u"-"_qs;
-}
+QString Shown(const std::optional<bool> &value) { return value ? (*value ? u"1"_qs : u"0"_qs) : u"-"_qs; }
 
 } // namespace
 

@@ -37,10 +37,7 @@ QsoRow Qso(const QString &call)
     return row;
 }
 
-qint64 Count(LogStore &store)
-{
-    return *CountQsos(store, u"Log inicial"_qs);
-}
+qint64 Count(LogStore &store) { return *CountQsos(store, u"Log inicial"_qs); }
 
 Result<qint64> Add(LogStore &store, const QsoRow &row)
 {

@@ -117,14 +117,8 @@ private Q_SLOTS:
     }
 
 private:
-    QString Path(const QString &name) const
-    {
-        return folder_->filePath(name);
-    }
-    QStringList Files() const
-    {
-        return QDir(folder_->path()).entryList(QDir::Files | QDir::Hidden);
-    }
+    QString Path(const QString &name) const { return folder_->filePath(name); }
+    QStringList Files() const { return QDir(folder_->path()).entryList(QDir::Files | QDir::Hidden); }
     static void Put(const QString &path, const QByteArray &content)
     {
         QFile file(path);

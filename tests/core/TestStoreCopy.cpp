@@ -127,8 +127,7 @@ private Q_SLOTS:
         QVERIFY(*StepTo(copy, Stage::Checking) == Stage::Checking);
         QVERIFY(Add(*store_, u"LATE"_qs)); // and what comes after the last page does not spoil the check
         QVERIFY(*StepTo(copy, Stage::Done) == Stage::Done);
-        QCOMPARE(
-            RawDatabase(target_).Value("SELECT count(*)||group_concat(Estacion) FROM Tabla1 WHERE Estacion<>''"),
+        QCOMPARE(RawDatabase(target_).Value("SELECT count(*)||group_concat(Estacion) FROM Tabla1 WHERE Estacion<>''"),
             u"3LU1A,MINE,OTHER"_qs);
         QCOMPARE(RawDatabase(store_->Path()).Value("SELECT count(*) FROM Tabla1"), u"3004"_qs);
     }

@@ -87,6 +87,7 @@ private Q_SLOTS:
         QVERIFY(record.Has(T::Name) && !record.Has(T::Comment));
         QVERIFY(AdifRecord("<COMMENT:0>").Has(T::Comment));
         QVERIFY(!AdifRecord({}).Has(T::Call));
+        QVERIFY(!AdifRecord(QByteArrayView("<CALL\0:2>XX", 11)).Has(T::Call));
     }
 
     void AThousandCharactersAreLookedAt()

@@ -17,10 +17,7 @@ using Access = FaultVfs::Access;
 
 namespace {
 
-FaultVfs &Vfs()
-{
-    return FaultVfs::Instance();
-}
+FaultVfs &Vfs() { return FaultVfs::Instance(); }
 
 // Why this file is not, to the last value, the log as it stood at one of the two moments; empty when it is.
 QString Complaint(const QString &path, const QList<QsoRow> &shown, const QList<QsoRow> &next)

@@ -33,25 +33,16 @@ void FailingDevice::close()
     behind_.close();
 }
 
-bool FailingDevice::isSequential() const
-{
-    return behind_.isSequential();
-}
+bool FailingDevice::isSequential() const { return behind_.isSequential(); }
 
 qint64 FailingDevice::size() const
 {
     return trouble_ == Trouble::EndsEarly ? std::min(behind_.size(), limit_) : behind_.size();
 }
 
-bool FailingDevice::seek(qint64 position)
-{
-    return QIODevice::seek(position) && behind_.seek(position);
-}
+bool FailingDevice::seek(qint64 position) { return QIODevice::seek(position) && behind_.seek(position); }
 
-bool FailingDevice::atEnd() const
-{
-    return (trouble_ == Trouble::EndsEarly && Room() <= 0) || behind_.atEnd();
-}
+bool FailingDevice::atEnd() const { return (trouble_ == Trouble::EndsEarly && Room() <= 0) || behind_.atEnd(); }
 
 qint64 FailingDevice::readData(char *data, qint64 maxSize)
 {

@@ -91,7 +91,8 @@ public:
     QList<QsoRow> ContestQsos(const QString &contest) const
     {
         LogStore store(Path(u"base0.mdb"_qs));
-        QList<QsoRow> rows = ContestRows(store, contest).value_or(QList<QsoRow>());
+        const Result<QList<QsoRow>> read = ContestRows(store, contest);
+        QList<QsoRow> rows = read ? *read : QList<QsoRow>();
         rows.removeIf([](const QsoRow &row) { return row.Modo.isEmpty(); });
         return rows;
     }

@@ -25,7 +25,7 @@ class TestContestWindows : public QObject {
     QStringList Told() const
     {
         QStringList told = desk_->Told();
-        told.replaceInStrings(desk_->Path(QString()), QString());
+        told.replaceInStrings(desk_->Path(u"x"_qs).chopped(1), QString());
         return told;
     }
     // Opens the menu of a contest in the list and takes its entry.
@@ -48,6 +48,7 @@ private Q_SLOTS:
         desk_ = std::make_unique<ContestDesk>();
         desk_->Furnish();
         desk_->Write(u"programas.ini"_qs, "[programas]\r\neditor=true\r\n");
+        desk_->Write(u"dxcc.txt"_qs, "LU;Argentina\r\nPY;Brasil\r\n");
         desk_->Start();
     }
     void cleanup() { desk_.reset(); }
@@ -126,7 +127,7 @@ private Q_SLOTS:
             QCOMPARE(desk_->Column(u"ListView2"_qs, 9), (QStringList{u"PY2BB"_qs, u"LU1ABC"_qs}));
             QCOMPARE(desk_->Text(u"RSE"_qs), u"3"_qs);
         });
-        QCOMPARE(desk_->Calls(u"CONDOR"_qs), (QStringList{u"LU1ABC SSB 80m 1 7"_qs, u"PY2BB FM 80m 2 O'H"_qs}));
+        QCOMPARE(desk_->Calls(u"CONDOR"_qs), (QStringList{u"LU1ABC SSB 80m 1 7"_qs, u"PY2BB FM 80m 2 OH"_qs}));
     }
 
     void DeletingAContact()
@@ -311,7 +312,8 @@ private Q_SLOTS:
             });
         const QString report = QString::fromLatin1(desk_->Content(name));
         for (const char16_t *line : {u"Concurso: CONDOR (Incremental)\r\n", u"           QSOs: 3\r\n",
-                 u"     Duplicados: 1\r\n", u"   Tiempo Total: 20 min.\r\n", u"           Rate: 9,00 QSOs/h.\r\n"})
+                 u"     Duplicados: 1\r\n", u"Multiplicadores: 1\r\n", u"           CAHF: 30 puntos.\r\n",
+                 u"   Tiempo Total: 20 min.\r\n", u"           Rate: 9,00 QSOs/h.\r\n"})
             QVERIFY2(report.contains(QString::fromUtf16(line)), qPrintable(report));
     }
 };

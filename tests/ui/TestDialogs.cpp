@@ -31,10 +31,7 @@ void WhenOpen(Answer answer)
     });
 }
 
-QString Label(const QAbstractButton *button)
-{
-    return button->text().remove(u'&');
-}
+QString Label(const QAbstractButton *button) { return button->text().remove(u'&'); }
 
 } // namespace
 

@@ -2,7 +2,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ContestDesk.h"
 #include "support/TestRegistry.h"
+#include "ui/Form1_Main.h"
 
+#include <QAbstractButton>
 #include <QListWidget>
 #include <QTest>
 #include <QTextBlock>
@@ -157,6 +159,7 @@ private Q_SLOTS:
 
     void Keys()
     {
+        desk_->Write(u"dxcc.txt"_qs, "CE;Chile\r\n");
         In(u"CONDOR"_qs, [&] {
             desk_->Type(u"ce-3,ñbb"_qs);
             QCOMPARE(desk_->Text(u"Corresponsal"_qs), u"CE3BB"_qs);

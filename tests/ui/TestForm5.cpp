@@ -238,6 +238,7 @@ private Q_SLOTS:
         QCOMPARE(f5(true), u"CX5A"_qs);
         QCOMPARE(f5(), u"CX1A"_qs);
         desk_->Contact(u"CX6A"_qs);
+        QCOMPARE(desk_->Rows().last().Estacion, u"CX6A"_qs);
         QVERIFY(Raw().Run("DELETE FROM Tabla1 WHERE Estacion='CX6A'")); // by another program
         QCOMPARE(f5(), u"CX1A"_qs);
         desk_->Contact(u"CX7A"_qs);

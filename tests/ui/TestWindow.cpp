@@ -105,10 +105,7 @@ void Send(QWidget *to, QEvent::Type type, int key, bool repeat, const QString &t
     QApplication::sendEvent(to, &event);
 }
 
-QMessageBox *OpenBox()
-{
-    return qobject_cast<QMessageBox *>(QApplication::activeModalWidget());
-}
+QMessageBox *OpenBox() { return qobject_cast<QMessageBox *>(QApplication::activeModalWidget()); }
 
 } // namespace
 

@@ -14,6 +14,7 @@ namespace AdifFile {
 namespace {
 
 constexpr qint64 chunk = 256 * 1024;
+constexpr qsizetype mostOtherTags = 500;
 constexpr qsizetype slimRecord = 2048; // is kept as it is
 
 const Failure &Stopped()
@@ -55,7 +56,8 @@ public:
     bool Next(QByteArray &line)
     {
         line.clear();
-        cut_ = false;
+        cut_ = restEndsRecord_ = false;
+        restTail_.clear();
         if (at_ >= block_.size())
             return false;
         while (at_ < block_.size()) {
@@ -65,8 +67,13 @@ public:
             const qsizetype room = longestRecord - line.size();
             cut_ = cut_ || stop - at_ > room;
             line += QByteArrayView(block_).sliced(at_, std::min(stop - at_, room));
+            if (stop - at_ > room)
+                LookIntoRest(QByteArrayView(block_).sliced(at_ + room, stop - at_ - room));
             at_ = stop;
             if (end) {
+                // The end of a record must not be lost with the rest, or the next record would be glued to it.
+                if (restEndsRecord_)
+                    line += "<EOR>";
                 ++at_;
                 if (at_ >= block_.size())
                     Fill();
@@ -86,6 +93,13 @@ public:
     qint64 BytesRead() const { return bytesRead_; }
 
 private:
+    void LookIntoRest(QByteArrayView rest)
+    {
+        // A tag can stand across two blocks.
+        restTail_ += rest;
+        restEndsRecord_ = restEndsRecord_ || Adif::Holds(restTail_, "<EOR>");
+        restTail_ = restTail_.last(std::min<qsizetype>(4, restTail_.size()));
+    }
     void Fill()
     {
         block_ = ReadBlock(device_, broken_);
@@ -98,6 +112,8 @@ private:
     qsizetype at_ = 0;
     qint64 bytesRead_ = 0;
     bool cut_ = false;
+    bool restEndsRecord_ = false; // what was cut off the line held an <EOR>
+    QByteArray restTail_;
     bool broken_ = false;
 };
 
@@ -376,8 +392,12 @@ Result<Records> ReadRecords(FileSystem &files, const Repaired &repaired, Run &ru
         ++found.withCall;
         if (IsContact(line)) {
             found.lines << repaired.recordLines.value(found.records.size());
-            AdifRecord::OtherTags(
-                line, [&found](QByteArrayView tag) { ++found.otherTags[tag.toByteArray().toUpper()]; });
+            AdifRecord::OtherTags(line, [&found](QByteArrayView tag) {
+                // Real files have some dozens of other tags; a damaged one could have any number.
+                const QByteArray name = tag.toByteArray().toUpper();
+                if (found.otherTags.size() < mostOtherTags || found.otherTags.contains(name))
+                    ++found.otherTags[name];
+            });
             found.records << (line.size() > slimRecord ? AdifRecord(line).Essence() : line);
         }
         if (number % 200 == 0)

@@ -179,7 +179,11 @@ QString AdifRecord::Value(AdifTag tag) const
         return QString::fromLatin1(rest.first(bytes));
     const qsizetype characters = Utf8Bytes(rest, length);
     const auto fits = [&](qsizetype end) { return IsUtf8(rest.first(end)) && EndsWell(rest.sliced(end)); };
-    if (!fits(bytes) && fits(characters))
+    // Behind a value there may be a remark, parted by a blank; the middle of a word is no end.
+    const auto atBlank = [&](qsizetype end) { return end < rest.size() && (rest[end] == ' ' || rest[end] == '\t'); };
+    const bool byRemark = !fits(bytes) && IsUtf8(rest.first(characters)) && atBlank(characters) && !atBlank(bytes)
+        && !rest.first(characters).contains('<');
+    if ((!fits(bytes) && fits(characters)) || byRemark)
         return Adif::TextOf(rest.first(characters));
     // Where neither reading fits, the shorter one at least swallows no tag; it must not end within a letter.
     qsizetype end = bytes;

@@ -372,9 +372,11 @@ void Desk::InModal(const std::function<void()> &open, const std::function<void()
     poll.start(0);
     open();
     QCoreApplication::processEvents();
-    // Offscreen the window below gets the activation back a little later.
-    if (Front()->isVisible())
-        static_cast<void>(QTest::qWaitForWindowActive(Front(), 1000));
+    // Offscreen nobody gives the activation back to the window below.
+    if (Front()->isVisible()) {
+        Front()->activateWindow();
+        static_cast<void>(QTest::qWaitForWindowActive(Front()));
+    }
     QVERIFY2(acted, "no window came up");
     QVERIFY2(!leftOpen, "the window was not left");
 }

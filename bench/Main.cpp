@@ -24,6 +24,7 @@ constexpr Subject subjects[] = {
     {"start", BenchStart},
     {"logs", BenchLogs},
     {"search", BenchSearch},
+    {"adif", BenchAdif},
     {"contest", BenchContest},
     {"copy", BenchCopy},
 };

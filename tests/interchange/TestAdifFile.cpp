@@ -414,6 +414,20 @@ private Q_SLOTS:
         QCOMPARE(reading.contacts.last().row.Estacion, u"LU2ABC"_qs);
     }
 
+    // The end of a record that was cut off with its line still ends it, wherever it stood.
+    void ALineBeyondAMegabyteTakesNoOtherRecordAlong()
+    {
+        for (const qsizetype size : {1 << 20, (1 << 20) - 3, (5 << 18) - 2, 3 << 20}) {
+            const Reading reading = ReadAdif("<CALL:6>LU0ABC" + QByteArray(size, 'x') + Line("LU1ABC") + Line("LU2ABC")
+                + "<CALL:6>LU3ABC" + QByteArray(size, 'x') + Record("LU4ABC"));
+            QCOMPARE(reading.contacts.size(), 1);
+            QCOMPARE(reading.contacts.first().row.Estacion, u"LU2ABC"_qs);
+            QCOMPARE(reading.records.lines, QList<qint64>{2});
+            QVERIFY(reading.reports.contains(u"1: Registro demasiado largo: no se tomó."_qs));
+            QVERIFY(reading.reports.join(u'\n').contains(u"3: "_qs)); // the last line, which has no end
+        }
+    }
+
     // --- What goes wrong
 
     void AFileThatCannotBeRead()

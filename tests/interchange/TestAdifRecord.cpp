@@ -51,6 +51,7 @@ private Q_SLOTS:
         row("UTF-8 of four bytes, characters", "<COMMENT:3>\xF0\x9F\x98\x80ok<OPERATOR:3>LU1", u"\U0001F600ok"_qs);
         row("UTF-8 at the end of the record, characters", "<OPERATOR:3>LU1<COMMENT:3>se\xC3\xB1", u"señ"_qs);
         row("UTF-8, bytes, comment behind", "<COMMENT:4>se\xC3\xB1 // nota <OPERATOR:3>LU1", u"señ"_qs);
+        row("UTF-8, characters, comment behind", "<COMMENT:3>se\xC3\xB1 // nota <OPERATOR:3>LU1", u"señ"_qs);
         row("UTF-8, cut in a letter by its writer", "<COMMENT:3>se\xC3\xB1or // nota <OPERATOR:3>LU1", u"se"_qs);
         row("windows-1252",
             "<COMMENT:5>Pe\xF1"

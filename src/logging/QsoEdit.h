@@ -56,10 +56,10 @@ std::optional<Refusal> RefuseSave(const EditFields &fields);
 QString CheckDate(const QString &text);
 QString CheckTime(const QString &text);
 
-// Writes the contact. `shown` is what the window held before the operator touched it: what did not change since is
-// written back as it is stored, byte for byte, except what saving always rewrites (apostrophes leave the remarks, a
-// satellite becomes upper case; province, state
-// towards LdA, which becomes empty, and the band text of 1267 MHz). Gives false when the row has gone meanwhile.
+// Writes the contact. `shown` is what the window held before the operator touched it: what did not change since stays
+// as it is stored, byte for byte. Saving always rewrites the province, the state towards LdA, which becomes empty, and
+// the band text of 1267 MHz; remarks lose their apostrophes, a satellite becomes upper case. Gives false when the row
+// has gone meanwhile.
 Result<bool> UpdateQso(LogStore &store, const EditFields &fields, const EditFields &shown);
 
 // False when the row has gone already.

@@ -283,6 +283,13 @@ private Q_SLOTS:
         files.content[chosenPath] = QByteArray(plain).replace("\r\n", "\n");
         static_cast<void>(ReadAdif(files));
         QCOMPARE(files.content[copyPath], plain.toUpper());
+
+        const std::pair<const char *, bool> behindTheFirstCr[] = {
+            {"", true}, {"\n", true}, {"\r", false}, {"x", false}, {"\nx", false}, {"\n\r\n", false}};
+        for (const auto &[behind, onlyLine] : behindTheFirstCr) {
+            files.content[chosenPath] = QByteArray("<call:2>lu<eor>\r") + behind;
+            QCOMPARE(ReadAdif(files).copied, onlyLine);
+        }
     }
 
     void CapitalsKeepTheLengths_data()

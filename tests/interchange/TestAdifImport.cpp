@@ -87,9 +87,10 @@ private Q_SLOTS:
         row(u"MODE=SAT", u"FM 59 59 ");
         row(u"MODE=Sat PROP_MODE=sat", u"FM 59 59 Via Satelite");
         row(u"MODE=SAT PROP_MODE=SAT SAT_NAME=AO-7", u"FM 59 59 AO-7");
+        row(u"MODE=SAT PROP_MODE=SAT", u"FM 59 59 Via Satelite");
         row(u"MODE=SAT PROP_MODE=ECH", u"FM 59 59 ");
         row(u"MODE=Sat", u"FM 59 59 ", true);
-        row(u"MODE=SAT PROP_MODE=SAT", u"FM 59 59 ", true); // FM already when the satellite's name is asked for
+        row(u"MODE=Sat PROP_MODE=SAT", u"FM 59 59 ", true); // FM already when the satellite's name is asked for
         row(u"MODE=SSB PROP_MODE=SAT", u"SSB 59 59 ");
         row(u"PROP_MODE=SAT", u"FM 599 599 Satélite"); // the reports were decided before the mode
         row(u"PROP_MODE=SAT SAT_NAME=AO-7", u"FM 599 599 AO-7");

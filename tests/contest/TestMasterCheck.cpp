@@ -62,12 +62,9 @@ private Q_SLOTS:
         QTest::newRow("two characters") << u"LU"_qs << QString();
         QTest::newRow("three") << u"LU1"_qs << u"LU1ABC LU1ABD LU1ABC LU7ABC--!!!! LU2XYZ--!!!! LU7--!"_qs;
         QTest::newRow("in full") << u"LU1ABC"_qs << u"LU1ABC LU1ABC LU7ABC--!---"_qs;
-        QTest::newRow("longer than the entries") << u"LU1ABCD"_qs << QString();
         QTest::newRow("small letters") << u"lu7abc"_qs << u"LU7ABC LU7ABC LU1ABC--!---"_qs;
         QTest::newRow("doubtful behind the third") << u"LU1?BD"_qs << u"LU1ABD---!--"_qs;
-        QTest::newRow("doubtful at the second") << u"L?1ABD"_qs << u"LU1ABD-!----"_qs;
         QTest::newRow("longer than the key") << u"PY1LONGCALL/P"_qs << u"PY1LONGCALL/P PY2LONGCALL/P--!----------"_qs;
-        QTest::newRow("differs behind the key") << u"PY1LONGCALL/M"_qs << QString();
         QTest::newRow("a character of the same low byte") << u"CE1\u0141A"_qs << QString();
     }
     void PrefixesComeFirstThenTheNearOnes()
@@ -113,9 +110,7 @@ private Q_SLOTS:
         const QDate date(2026, 11, 24);
         QTest::newRow("LF CR") << QByteArray("#24/11/2026#\n\r LU1ABC \n\rlu2abc\n\r") << u"LU1ABC LU2ABC"_qs << date;
         QTest::newRow("CR LF") << QByteArray("LU1ABC\r\n\r\n#11/24/2026#\r\nLU2ABC") << u"LU1ABC LU2ABC"_qs << date;
-        QTest::newRow("LF") << QByteArray("#24/11/2026#\nLU1ABC\nLU1ABC\n") << u"LU1ABC LU1ABC"_qs << date;
         QTest::newRow("no date") << QByteArray("#hoy#\n\rLU1ABC") << u"LU1ABC"_qs << QDate();
-        QTest::newRow("empty") << QByteArray() << QString() << QDate();
     }
     void AFileIsReadWhateverItsLineEnds()
     {
@@ -131,21 +126,12 @@ private Q_SLOTS:
         QVERIFY(LoadMasterFile(files_, folder_.filePath(u"no.txt"_qs)).Calls().isEmpty());
     }
 
-    void DatesOfTheList_data()
-    {
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<QDate>("date");
-        QTest::newRow("day first") << u"#02/03/2026#"_qs << QDate(2026, 3, 2);
-        QTest::newRow("month first") << u"#02/25/2026#"_qs << QDate(2026, 2, 25);
-        QTest::newRow("short") << u"#2/3/2026#"_qs << QDate(2026, 3, 2);
-        QTest::newRow("cut out of a line") << u"02/03/2026#"_qs << QDate(2026, 3, 2);
-        QTest::newRow("a page instead") << u"<html><head"_qs << QDate();
-        QTest::newRow("empty") << u"##"_qs << QDate();
-    }
     void DatesOfTheList()
     {
-        QFETCH(QString, text);
-        QTEST(MasterDateOf(text).value_or(QDate()), "date");
+        QCOMPARE(MasterDateOf(u"#2/3/2026#"), QDate(2026, 3, 2)); // the day first, unless there is no such month
+        QCOMPARE(MasterDateOf(u"#02/25/2026#"), QDate(2026, 2, 25));
+        QCOMPARE(MasterDateOf(u"02/03/2026#"), QDate(2026, 3, 2));
+        QVERIFY(!MasterDateOf(u"<html><head") && !MasterDateOf(u"##"));
     }
 
     void AListIsBuiltOfOldAndNew()

@@ -28,38 +28,25 @@ private Q_SLOTS:
     }
     void cleanup() { FaultVfs::Instance().Reset(); }
 
-    void AContactBecomesOneOfTheGeneralLog_data()
-    {
-        QTest::addColumn<QString>("mode");
-        QTest::addColumn<QString>("band");
-        QTest::addColumn<QString>("frequency");
-        QTest::addColumn<QString>("report");
-        const char16_t *table[][4] = {{u"SSB", u"160m", u"1.820", u"59"}, {u"FM", u"80m", u"3.500", u"59"},
-            {u"CW", u"40m", u"7.000", u"599"}, {u"DG", u"20m", u"14.000", u"599"}, {u"RY", u"15m", u"21.000", u"599"},
-            {u"SSB", u"10m", u"28.000", u"59"}, {u"SSB", u"6m", u"52.000", u"59"}, {u"SSB", u"2m", u"144.000", u"59"},
-            {u"SSB", u"30m", u"21.000", u"59"}, {u"SSB", u"", u"21.000", u"59"}};
-        for (const auto &[mode, band, frequency, report] : table)
-            QTest::newRow(qPrintable(QString(QString::fromUtf16(mode) + QString::fromUtf16(band))))
-                << QString::fromUtf16(mode) << QString::fromUtf16(band) << QString::fromUtf16(frequency)
-                << QString::fromUtf16(report);
-    }
     void AContactBecomesOneOfTheGeneralLog()
     {
-        QsoRow contest = Row({.call = u"LU1ABC/W"});
-        QFETCH(QString, mode);
-        QFETCH(QString, band);
-        contest.Modo = mode;
-        contest.Banda = band;
-        contest.Operador = u"LU1AAA"_qs;
-        QString frequency = u"21.000"_qs; // of the contact before
-        const QsoRow row = GeneralRow(contest, name, frequency);
-        QTEST(frequency, "frequency");
-        QTEST(row.RSE, "report");
-        QTEST(row.RSR, "report");
-        const QStringList rest{row.Modo, row.Banda, row.MyCall, row.Estacion, row.Fecha, row.Hora, row.Obs,
-            row.Operador, row.LdA, row.Argento, row.SuGrid + row.MiGrid + row.SOTA};
-        QCOMPARE(rest.join(u'|'),
-            mode + u'|' + band + u"|LU9ZZZ|LU1ABC/W|24/11/2026|21:15:00|Concurso CQWW|LU1AAA|1|Chubut|"_qs);
+        const std::tuple<QString, QString, QString, QString> table[] = {{u"SSB"_qs, u"160m"_qs, u"1.820"_qs, u"59"_qs},
+            {u"FM"_qs, u"6m"_qs, u"52.000"_qs, u"59"_qs}, {u"CW"_qs, u"40m"_qs, u"7.000"_qs, u"599"_qs},
+            {u"DG"_qs, u"2m"_qs, u"144.000"_qs, u"599"_qs}, {u"SSB"_qs, u"30m"_qs, u"21.000"_qs, u"59"_qs}};
+        for (const auto &[mode, band, expected, report] : table) {
+            QsoRow contest = Row({.call = u"LU1ABC/W"});
+            contest.Modo = mode;
+            contest.Banda = band;
+            contest.Operador = u"LU1AAA"_qs;
+            QString frequency = u"21.000"_qs; // of the contact before
+            const QsoRow row = GeneralRow(contest, name, frequency);
+            QCOMPARE(frequency, expected);
+            const QStringList rest{row.Modo, row.Banda, row.RSE, row.RSR, row.MyCall, row.Estacion, row.Fecha, row.Hora,
+                row.Obs, row.Operador, row.LdA, row.Argento, row.SuGrid + row.MiGrid + row.SOTA};
+            QCOMPARE(rest.join(u'|'),
+                mode + u'|' + band + u'|' + report + u'|' + report
+                    + u"|LU9ZZZ|LU1ABC/W|24/11/2026|21:15:00|Concurso CQWW|LU1AAA|1|Chubut|"_qs);
+        }
     }
 
     void TwiceAddsNothing()

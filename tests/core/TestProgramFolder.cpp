@@ -19,14 +19,6 @@ class TestProgramFolder : public QObject {
 private Q_SLOTS:
     void init() { folder_ = std::make_unique<QTemporaryDir>(); }
 
-    void AWritableFolderIsTheProgramsOwn()
-    {
-        QVERIFY(ProgramFolder::IsWritable(folder_->path()));
-        QCOMPARE(ProgramFolder::Find(folder_->path(), Path(u"user"_qs)), folder_->path());
-        QCOMPARE(Files(), QStringList()); // the trial leaves nothing behind
-        QVERIFY(!QDir(Path(u"user"_qs)).exists());
-    }
-
     void AFolderThatCannotBeWrittenGivesWayUnlessItHoldsALog()
     {
         // A missing folder cannot be written by anybody, an administrator included.
@@ -58,20 +50,6 @@ private Q_SLOTS:
         QCOMPARE(Content(QString(own + u"/dxcc.txt")), QByteArray("edited"));
     }
 
-    void OneProcessHoldsTheFolder()
-    {
-        {
-            const ProgramFolder::Lock first = ProgramFolder::Hold(folder_->path());
-            QVERIFY(first.file && !first.heldByOther);
-            const ProgramFolder::Lock second = ProgramFolder::Hold(folder_->path());
-            QVERIFY(!second.file && second.heldByOther);
-        }
-        QCOMPARE(Files(), QStringList());
-        QVERIFY(ProgramFolder::Hold(folder_->path()).file);
-        const ProgramFolder::Lock nowhere = ProgramFolder::Hold(Path(u"none"_qs));
-        QVERIFY(!nowhere.file && !nowhere.heldByOther);
-    }
-
 #ifdef Q_OS_UNIX
     void AnotherProcessIsSeenAndAKilledOneIsNot()
     {
@@ -100,20 +78,14 @@ private Q_SLOTS:
 #endif
 
     // A power cut leaves the lock's name, but not always what was written to it.
-    void ADamagedLockKeepsNobodyOut_data()
-    {
-        QTest::addColumn<QByteArray>("content");
-        QTest::newRow("empty") << QByteArray();
-        QTest::newRow("zeros") << QByteArray(40, '\0');
-        QTest::newRow("rubbish") << QByteArray("x\ny\nz\n");
-    }
     void ADamagedLockKeepsNobodyOut()
     {
-        QFETCH(QByteArray, content);
-        Put(Path(u"tordillo.lock"_qs), content);
-        const ProgramFolder::Lock lock = ProgramFolder::Hold(folder_->path());
-        QVERIFY(lock.file && !lock.heldByOther);
-        QVERIFY(ProgramFolder::Hold(folder_->path()).heldByOther);
+        for (const QByteArray &content : {QByteArray(), QByteArray(40, '\0'), QByteArray("x\ny\nz\n")}) {
+            Put(Path(u"tordillo.lock"_qs), content);
+            const ProgramFolder::Lock lock = ProgramFolder::Hold(folder_->path());
+            QVERIFY(lock.file && !lock.heldByOther);
+            QVERIFY(ProgramFolder::Hold(folder_->path()).heldByOther);
+        }
     }
 
 private:

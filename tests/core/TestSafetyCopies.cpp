@@ -179,16 +179,6 @@ private Q_SLOTS:
         QVERIFY(!SafetyCopies::PutBack(*logbook_, folder_->filePath(u"no"_qs)));
         QCOMPARE(RawDatabase(logbook_->Store().Path()).Value("SELECT count(*) FROM Tabla1"), u"3"_qs);
     }
-
-    void WithoutAGoodCopyThereIsNone()
-    {
-        QCOMPARE(SafetyCopies::NewestGood(*logbook_), QString());
-        QVERIFY(logbook_->Store().CreateEmpty());
-        Store(u"LU1A"_qs);
-        QVERIFY(Start());
-        Spoil(QString(u"copias/" + Copies().last()));
-        QCOMPARE(SafetyCopies::NewestGood(*logbook_), QString());
-    }
 };
 
 TORDILLO_TEST(TestSafetyCopies)

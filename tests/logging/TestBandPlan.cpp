@@ -11,37 +11,21 @@ class TestBandPlan : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void BandOfTheTwoFields_data()
-    {
-        QTest::addColumn<QString>("megahertz");
-        QTest::addColumn<QString>("kilohertz");
-        QTest::addColumn<QString>("band");
-        QTest::addColumn<bool>("warned");
-        const std::tuple<const char *, const char *, const char *, bool> rows[] = {{"1", "820", "160m", false},
-            {"3", "499", "80m", true}, {"3", "500", "80m", false}, {"3", "", "80m", true}, {"3", "5?0", "80m", true},
-            {"5", "999", "60m", false}, {"7", "000", "40m", false}, {"10", "250", "30m", false},
-            {"10", "251", "30m", true}, {"14", "999", "20m", false}, {"18", "0", "17m", false},
-            {"21", "0", "15m", false}, {"24", "889", "12m", true}, {"24", "890", "12m", false},
-            {"28", "0", "10m", false}, {"29", "000", "10m", false}, {"50", "0", "6m", false}, {"54", "0", "6m", false},
-            {"55", "0", "", false}, {"144", "0", "2m", false}, {"147", "0", "2m", false}, {"148", "0", "", false},
-            {"220", "0", "1.25m", false}, {"224", "0", "1.25m", false}, {"430", "0", "70cm", false},
-            {"443", "0", "70cm", false}, {"444", "0", "", false}, {"9", "0", "", false}, {"100", "0", "", false},
-            {"14v", "0", "20m", false}, {"14.2", "0", "", false}, {"28.5", "0", "", false}, {"", "", "", false},
-            {"x", "y", "", false}, {"1e300", "0", "", false}, {"-3", "0", "", false}};
-        for (const auto &[megahertz, kilohertz, band, warned] : rows)
-            QTest::addRow("%s.%s", megahertz, kilohertz)
-                << QString::fromLatin1(megahertz) << QString::fromLatin1(kilohertz) << QString::fromLatin1(band)
-                << warned;
-    }
     void BandOfTheTwoFields()
     {
-        QFETCH(QString, megahertz);
-        QFETCH(QString, kilohertz);
-        for (const FieldsOf window : {FieldsOf::EntryWindow, FieldsOf::EditWindow}) {
-            const FieldBand found = BandOfFields(megahertz, kilohertz, window);
-            QTEST(found.band, "band");
-            QTEST(found.outOfBand, "warned");
-            QCOMPARE(found.message.isEmpty(), !found.outOfBand);
+        const std::tuple<const char *, const char *, const char *, bool> rows[] = {{"1", "820", "160m", false},
+            {"3", "499", "80m", true}, {"3", "500", "80m", false}, {"3", "", "80m", true}, {"3", "5?0", "80m", true},
+            {"7", "000", "40m", false}, {"10", "250", "30m", false}, {"10", "251", "30m", true},
+            {"14", "999", "20m", false}, {"24", "889", "12m", true}, {"24", "890", "12m", false},
+            {"54", "0", "6m", false}, {"55", "0", "", false}, {"147", "0", "2m", false}, {"148", "0", "", false},
+            {"224", "0", "1.25m", false}, {"443", "0", "70cm", false}, {"444", "0", "", false},
+            {"14v", "0", "20m", false}, {"14.2", "0", "", false}, {"", "", "", false}, {"1e300", "0", "", false}};
+        for (const auto &[megahertz, kilohertz, band, warned] : rows) {
+            const FieldBand found =
+                BandOfFields(QString::fromLatin1(megahertz), QString::fromLatin1(kilohertz), FieldsOf::EntryWindow);
+            QCOMPARE(found.band, QString::fromLatin1(band));
+            QCOMPARE(found.outOfBand, warned);
+            QCOMPARE(found.message.isEmpty(), !warned);
         }
     }
 
@@ -55,9 +39,6 @@ private Q_SLOTS:
     // Each listed value leads to a listed band, but for 1.25 m, which only the label can show.
     void ListsAgreeWithThePlan()
     {
-        QCOMPARE(EntryMegahertz().size(), 35);
-        QCOMPARE(EntryMegahertz().mid(9, 4), (QStringList{u"28"_qs, u"29"_qs, u"50"_qs, u"51"_qs}));
-        QCOMPARE(EntryMegahertz().last(), u"439"_qs);
         QStringList reached;
         for (const QString &megahertz : EntryMegahertz())
             reached << BandOfFields(megahertz, u"500", FieldsOf::EntryWindow).band;
@@ -70,10 +51,8 @@ private Q_SLOTS:
     void BandOfAFrequencyFromOutside()
     {
         const std::pair<const char *, const char *> rows[] = {{"1", "160m"}, {"2.0", "160m"}, {"2.001", ""},
-            {"3", "80m"}, {"4.0", "80m"}, {"5.3", "60m"}, {"7.1", "40m"}, {"10.1", "30m"}, {"14.250", "20m"},
-            {"15", "20m"}, {"15.5", ""}, {"18.1", "17m"}, {"21.2", "15m"}, {"24.9", "12m"}, {"30.0", "10m"},
-            {"30.1", ""}, {"55", "6m"}, {"144.3", "2m"}, {"148", "2m"}, {"222", ""}, {"440", "70cm"}, {"440.001", ""},
-            {"1267", ""}, {"", ""}, {"0.9", ""}, {"14.2 MHz", "20m"}};
+            {"4.0", "80m"}, {"15", "20m"}, {"15.5", ""}, {"30.0", "10m"}, {"30.1", ""}, {"55", "6m"}, {"148", "2m"},
+            {"222", ""}, {"440.001", ""}, {"1267", ""}, {"", ""}, {"14.2 MHz", "20m"}};
         for (const auto &[frequency, band] : rows)
             QCOMPARE(BandOfFrequency(QString::fromLatin1(frequency)), QString::fromLatin1(band));
     }
@@ -82,29 +61,17 @@ private Q_SLOTS:
     {
         for (const QString &band : EntryBands())
             QCOMPARE(BandOfFrequency(DefaultFrequencyOfBand(band)), band);
-        QCOMPARE(DefaultFrequencyOfBand(u"20M"), u"14.100"_qs);
-        QCOMPARE(DefaultFrequencyOfBand(u"6m"), u"52.000"_qs);
         for (const char16_t *none : {u"1.25m", u"23cm", u"23m", u"", u"HF"})
             QCOMPARE(DefaultFrequencyOfBand(QStringView(none)), QString());
     }
 
     void BandOfADottedFrequency()
     {
-        const std::pair<const char *, const char *> rows[] = {{"1.820.0", "160m"}, {"3.650.5", "80m"},
-            {"7.100.0", "40m"}, {"10.120.0", "30m"}, {"14.250.0", "20m"}, {"18.100.0", "17m"}, {"21.200.0", "15m"},
-            {"24.950.0", "12m"}, {"28.500.0", "10m"}, {"50.125.0", "6m"}, {"59.125.0", "6m"}, {"144.300.0", "2m"},
-            {"149.300.0", "2m"}, {"20m", "20m"}, {"cm", "cm"}, {"5.100.0", ""}, {"29.600.0", ""}, {"150.000.0", ""},
-            {"435.100.0", ""}, {"14.250", ""}, {"14.250.00", ""}, {"14.25x.0", ""}, {"20M", ""}, {"", ""}};
+        const std::pair<const char *, const char *> rows[] = {{"1.820.0", "160m"}, {"10.120.0", "30m"},
+            {"59.125.0", "6m"}, {"149.300.0", "2m"}, {"20m", "20m"}, {"cm", "cm"}, {"5.100.0", ""}, {"29.600.0", ""},
+            {"150.000.0", ""}, {"14.250", ""}, {"14.250.00", ""}, {"14.25x.0", ""}, {"20M", ""}, {"", ""}};
         for (const auto &[frequency, band] : rows)
             QCOMPARE(BandOfDottedFrequency(QString::fromLatin1(frequency)), QString::fromLatin1(band));
-    }
-
-    void KilohertzArePadded()
-    {
-        QCOMPARE(PadKilohertz(u""), u"000"_qs);
-        QCOMPARE(PadKilohertz(u"5"), u"005"_qs);
-        QCOMPARE(PadKilohertz(u"50"), u"050"_qs);
-        QCOMPARE(PadKilohertz(u"1500"), u"1500"_qs);
     }
 };
 

@@ -6,13 +6,8 @@
 
 #include <QApplication>
 #include <QDialogButtonBox>
-#include <QFile>
-#include <QFileDialog>
-#include <QInputDialog>
-#include <QLineEdit>
 #include <QMessageBox>
 #include <QPushButton>
-#include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
 
@@ -65,11 +60,9 @@ private Q_SLOTS:
         QTest::addColumn<bool>("presetYes");
         QTest::addColumn<int>("key");
         QTest::addColumn<bool>("answer");
-        QTest::newRow("Enter takes Yes") << true << int(Qt::Key_Return) << true;
         QTest::newRow("Enter takes No") << false << int(Qt::Key_Return) << false;
         QTest::newRow("Esc is No, whatever the preset") << true << int(Qt::Key_Escape) << false;
         QTest::newRow("S") << false << int(Qt::Key_S) << true;
-        QTest::newRow("N") << true << int(Qt::Key_N) << false;
     }
     void AQuestionIsAnsweredByKeys()
     {
@@ -83,44 +76,6 @@ private Q_SLOTS:
         });
         const auto preset = presetYes ? Dialogs::Button::Yes : Dialogs::Button::No;
         QTEST(static_cast<Dialogs &>(dialogs_).Ask(nullptr, u"Sale?"_qs, Dialogs::Icon::Question, preset), "answer");
-    }
-
-    void AnInputGivesTheLineOrNothing()
-    {
-        Dialogs &dialogs = dialogs_;
-        WhenOpen<QInputDialog>([](QInputDialog *dialog) {
-            QCOMPARE(dialog->labelText(), u"Ingrese el nombre del nuevo Log"_qs);
-            QCOMPARE(dialog->okButtonText(), u"Aceptar"_qs);
-            QTest::keyClicks(dialog->findChild<QLineEdit *>(), u"Log 2"_qs);
-            QTest::keyClick(dialog->findChild<QLineEdit *>(), Qt::Key_Return);
-        });
-        QCOMPARE(dialogs.Input(nullptr, u"Ingrese el nombre del nuevo Log"_qs), std::optional(u"Log 2"_qs));
-        WhenOpen<QInputDialog>([](QInputDialog *dialog) { QTest::keyClick(dialog, Qt::Key_Escape); });
-        QCOMPARE(dialogs.Input(nullptr, u"x"_qs, u"y"_qs), std::nullopt);
-    }
-
-    void FilesAreChosenByTypingTheirPath()
-    {
-        const QTemporaryDir folder;
-        const QString path = folder.filePath(u"log.adi"_qs);
-        QFile file(path);
-        QVERIFY(file.open(QIODevice::WriteOnly));
-        file.close();
-        auto choose = [&](const QString &button) {
-            WhenOpen<QFileDialog>([path, button](QFileDialog *dialog) {
-                auto *accept = dialog->findChild<QDialogButtonBox *>()->buttons().value(0);
-                QCOMPARE(Label(accept), button);
-                dialog->findChild<QLineEdit *>(u"fileNameEdit"_qs)->setText(path);
-                QTest::mouseClick(accept, Qt::LeftButton);
-                QVERIFY(!dialog->isVisible()); // no question before overwriting either
-            });
-        };
-        choose(u"Abrir"_qs);
-        QCOMPARE(dialogs_.OpenFile(nullptr, u"Abrir"_qs, u"ADIF (*.adi)"_qs, folder.path()), std::optional(path));
-        choose(u"Guardar"_qs);
-        QCOMPARE(dialogs_.SaveFile(nullptr, u"Guardar"_qs, u"ADIF (*.adi)"_qs, folder.path(), {}), std::optional(path));
-        WhenOpen<QFileDialog>([](QFileDialog *dialog) { dialog->reject(); });
-        QCOMPARE(dialogs_.OpenFile(nullptr, u"Abrir"_qs, {}, folder.path()), std::nullopt);
     }
 
     void QtSpeaksSpanish()

@@ -6,7 +6,6 @@
 #include <QAction>
 #include <QApplication>
 #include <QClipboard>
-#include <QComboBox>
 #include <QContextMenuEvent>
 #include <QDropEvent>
 #include <QInputMethodEvent>
@@ -99,18 +98,6 @@ private Q_SLOTS:
         QCOMPARE(field_->text(), u"LU1ABC/?XY"_qs);
     }
 
-    void NothingLeftChangesNothing_data() { EveryWayInIsFilteredAndUndone_data(); }
-    void NothingLeftChangesNothing()
-    {
-        QFETCH(QString, way);
-        field_->setText(u"LU9ZZZ"_qs);
-        field_->setSelection(1, 2);
-        Enter(way, u"-+\n"_qs);
-        QCOMPARE(field_->text(), u"LU9ZZZ"_qs);
-        if (way != u"dropped") // which puts the caret where it was dropped
-            QCOMPARE(field_->selectedText(), u"U9"_qs);
-    }
-
     void OnlyWhatComesInIsFiltered()
     {
         field_->setText(u"lu1-abc"_qs);
@@ -125,18 +112,6 @@ private Q_SLOTS:
         field_->setReadOnly(true);
         Enter(u"typed"_qs, u"x"_qs);
         QCOMPARE(field_->text(), u"lu1abc"_qs);
-    }
-
-    void AComboBoxIsFilteredToo()
-    {
-        QComboBox combo;
-        combo.setEditable(true);
-        combo.addItems({u"144"_qs, u"14"_qs});
-        FieldFilter::Attach(&combo, [](QChar c) { return c.isDigit() ? std::optional(c) : std::nullopt; });
-        combo.setCurrentText({});
-        combo.show();
-        QTest::keyClicks(combo.lineEdit(), u"5a0"_qs);
-        QCOMPARE(combo.currentText(), u"50"_qs);
     }
 };
 

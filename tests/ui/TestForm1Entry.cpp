@@ -87,8 +87,6 @@ private Q_SLOTS:
         QTest::addColumn<bool>("satellite");
         QTest::addColumn<QString>("fields");
         QTest::newRow("clock") << false << false << u"RSE Text1 Text2 Obs"_qs;
-        QTest::newRow("time by hand") << true << false << u"Fecha Hora RSE Text1 Text2 Obs"_qs;
-        QTest::newRow("satellite") << false << true << u"RSE Text2 Obs"_qs;
         QTest::newRow("both") << true << true << u"Fecha Hora RSE Text2 Obs"_qs;
     }
     void EnterWalksTheFields()
@@ -156,18 +154,12 @@ private Q_SLOTS:
         for (const QString &field : {u"Corresponsal"_qs, u"RSE"_qs, u"RSR"_qs, u"Text1"_qs, u"Text2"_qs, u"Obs"_qs})
             QTest::addRow("no call, from %s", qPrintable(field))
                 << u"Corresponsal="_qs << field << QString(u'!' + call) << u"Corresponsal"_qs;
-        QTest::newRow("received too short") << u"RSR=5"_qs << u"Corresponsal"_qs << rsr << u"RSR"_qs;
         QTest::newRow("received 69") << u"RSR=69"_qs << u"Obs"_qs << rsr << u"RSR"_qs;
-        QTest::newRow("sent 50") << u"RSE=50"_qs << u"Obs"_qs << rse << u"RSE"_qs;
         QTest::newRow("received before sent") << u"RSE=5 RSR=5"_qs << u"Corresponsal"_qs << rsr << u"RSR"_qs;
         QTest::newRow("59 in CW") << u"Combo1=CW"_qs << u"Obs"_qs << rsr << u"RSR"_qs;
-        QTest::newRow("59 sent in CW") << u"Combo1=CW RSR=599"_qs << u"Obs"_qs << rse << u"RSE"_qs;
-        QTest::newRow("599 in SSB") << u"RSE=599"_qs << u"Obs"_qs << rse << u"RSE"_qs;
         QTest::newRow("no satellite") << u"Check2=1"_qs << u"Obs"_qs << u"!Elija un satélite!"_qs << u"Combo3"_qs;
         QTest::newRow("own call") << u"Corresponsal=LU9ZZZ"_qs << u"Corresponsal"_qs
                                   << u"XQSO con la propia estación???"_qs << u"Corresponsal"_qs;
-        QTest::newRow("own operator") << u"Corresponsal=LU1AAA"_qs << u"Obs"_qs << u"XQSO con el Operador???"_qs
-                                      << u"Corresponsal"_qs;
     }
     void EnterRefuses()
     {
@@ -231,32 +223,6 @@ private Q_SLOTS:
 
     // --- Fields
 
-    void KeysThatDoNotBelongDoNothing_data()
-    {
-        QTest::addColumn<QString>("field");
-        QTest::addColumn<QString>("typed");
-        QTest::addColumn<QString>("text");
-        QTest::newRow("call") << u"Corresponsal"_qs << u"lu1-a,ñb c/p?"_qs << u"LU1ABC/P?"_qs;
-        QTest::newRow("date") << u"Fecha"_qs << u"1-2.a/3"_qs << u"12/3"_qs;
-        QTest::newRow("time") << u"Hora"_qs << u"1.2h:3"_qs << u"12:3"_qs;
-        QTest::newRow("kilohertz") << u"Text1"_qs << u"1,a2"_qs << u"12"_qs;
-        QTest::newRow("grid") << u"Text2"_qs << u"g1f/0a5xx"_qs << u"GF05XX"_qs;
-        QTest::newRow("remarks") << u"Obs"_qs << u"año: 5/9, O'H"_qs << u"año: 5/9, O'H"_qs;
-        QTest::newRow("summit") << u"SOTA"_qs << u"lur/c-001"_qs << u"LUR/C-001"_qs;
-        QTest::newRow("park") << u"POTA_IN"_qs << u"ar-ñ1"_qs << u"AR-Ñ1"_qs;
-        QTest::newRow("own summit") << u"MYSOTA"_qs << u"lu a"_qs << u"LU A"_qs;
-    }
-    void KeysThatDoNotBelongDoNothing()
-    {
-        QFETCH(QString, field);
-        QFETCH(QString, typed);
-        Start();
-        desk_->Click(u"Check1"_qs);
-        desk_->Click(u"Check4"_qs);
-        desk_->Fill(field, typed);
-        QTEST(desk_->Text(field), "text");
-    }
-
     void AFieldLeftBadKeepsTheFocusAndSaysWhy_data()
     {
         QTest::addColumn<QString>("field");
@@ -269,15 +235,8 @@ private Q_SLOTS:
                                 << QString::fromUtf16(then);
         };
         row("letters only", u"Corresponsal", u"ABC", u"!ABC NO Parece ser una Señal distintiva Válida!", u"ABC");
-        row("day 32", u"Fecha", u"32/01/2026", u"!la Fecha 32/01/2026 no es válida!\nFormato: dd/mm/aaaa",
-            u"32/01/2026");
-        row("no date", u"Fecha", u"", u"!la Fecha  no es válida!\nFormato: dd/mm/aaaa", u"");
-        row("hour 25", u"Hora", u"25:00", u"!la Hora 25:00 no es válida!\nFormato: hh:mm", u"25:00");
         row("sent 99", u"RSE", u"99", u"!el Reporte 99 no es válido!", u"59");
-        row("received 5", u"RSR", u"5", u"!el Reporte 5 no es válido!", u"59");
-        row("grid of three", u"Text2", u"GF0", u"!Grilla incorrecta!", u"GF0");
         row("grid of five", u"Text2", u"GF05A", u"!Grilla incorrecta!", u"GF05A");
-        row("out of band", u"Text1", u"49", u"!3.049 KHz\n\nFuera de banda!", u"049");
     }
     void AFieldLeftBadKeepsTheFocusAndSaysWhy()
     {
@@ -295,52 +254,11 @@ private Q_SLOTS:
         QTEST(desk_->Text(field), "then");
 
         // The click on the button that leaves the field does not store past it either.
-        if (field == u"Text1")
-            return; // told once for a value
         desk_->Fill(field, typed);
         desk_->Click(u"Command2"_qs);
         QCOMPARE(desk_->Told(), QStringList({told}));
         QCOMPARE(desk_->Focus(), field);
         QVERIFY(desk_->Rows().isEmpty());
-    }
-
-    void FieldsAreCompletedWhenTheyAreLeft()
-    {
-        Start();
-        desk_->Click(u"Check1"_qs);
-        desk_->Fill(u"Fecha"_qs, u"05/03/"_qs);
-        desk_->Fill(u"Hora"_qs, u"9:5"_qs);
-        desk_->Fill(u"Text1"_qs, u"7"_qs);
-        desk_->Put(u"mhz"_qs, u"7"_qs);
-        desk_->Find(u"Obs"_qs)->setFocus();
-        const QStringList shown{
-            desk_->Text(u"Fecha"_qs), desk_->Text(u"Hora"_qs), desk_->Text(u"Text1"_qs), desk_->Text(u"Label7"_qs)};
-        QCOMPARE(shown, QStringList({u"05/03/2000"_qs, u"09:05"_qs, u"007"_qs, u"40m"_qs}));
-        QCOMPARE(desk_->Told(), QStringList());
-    }
-
-    void ReportsFollowTheMode()
-    {
-        Start();
-        desk_->Choose(u"Combo1"_qs, u"CW"_qs);
-        QCOMPARE(desk_->Focus(), u"Corresponsal"_qs);
-        QCOMPARE(desk_->Text(u"RSE"_qs) + u' ' + desk_->Text(u"RSR"_qs), u"599 599"_qs);
-        // In CW a bad report is put back to one that is bad again.
-        desk_->Fill(u"RSE"_qs, u"509"_qs);
-        desk_->Press(Qt::Key_Tab);
-        QCOMPARE(desk_->Told(), QStringList({u"!el Reporte 509 no es válido!"_qs}));
-        QCOMPARE(desk_->Text(u"RSE"_qs), u"59"_qs);
-        desk_->Press(Qt::Key_Tab);
-        QCOMPARE(desk_->Told(), QStringList({u"!el Reporte 59 no es válido!"_qs}));
-        // The first digit is not looked at here, but it is by Enter.
-        desk_->Fill(u"RSE"_qs, u"919"_qs);
-        desk_->Press(Qt::Key_Tab);
-        QCOMPARE(desk_->Told(), QStringList());
-        desk_->Put(u"Corresponsal"_qs, u"CX1AA"_qs);
-        desk_->Press(Qt::Key_Return);
-        QCOMPARE(desk_->Told(), QStringList({u"!Reporte Enviado no válido!"_qs}));
-        desk_->Choose(u"Combo1"_qs, u"DVoice"_qs);
-        QCOMPARE(desk_->Text(u"RSE"_qs) + u' ' + desk_->Text(u"RSR"_qs), u"59 59"_qs);
     }
 
     void OutOfBandIsSaidOnceForAValue()
@@ -362,23 +280,6 @@ private Q_SLOTS:
         QCOMPARE(LastStored(*desk_, &QsoRow::Frecuencia), u"3.490"_qs);
     }
 
-    void AChoiceOfMegahertzSetsTheBand()
-    {
-        Start();
-        desk_->Choose(u"mhz"_qs, u"10"_qs);
-        QCOMPARE(desk_->Text(u"Label7"_qs), u"30m"_qs);
-        QCOMPARE(desk_->Told(), QStringList({u"!10.650 KHz\n\nFuera de banda!"_qs}));
-        QCOMPARE(desk_->Focus(), u"Corresponsal"_qs);
-        desk_->Put(u"Text1"_qs, {});
-        desk_->Choose(u"mhz"_qs, u"14"_qs);
-        QCOMPARE(desk_->Text(u"Label7"_qs), u"30m"_qs);
-        QCOMPARE(desk_->Focus(), u"mhz"_qs);
-        // The list of bands only sends the focus away.
-        desk_->Choose(u"Combo2"_qs, u"2m"_qs);
-        QCOMPARE(desk_->Text(u"Label7"_qs), u"30m"_qs);
-        QCOMPARE(desk_->Focus(), u"Corresponsal"_qs);
-    }
-
     void ATypedChoiceThatIsLeftIsNoClick()
     {
         Start();
@@ -397,48 +298,6 @@ private Q_SLOTS:
         desk_->Press(Qt::Key_Tab);
         QCOMPARE(desk_->Focus(), u"Combo2"_qs);
         QCOMPARE(desk_->Text(u"RSE"_qs), u"59"_qs);
-    }
-
-    void TheCountryIsShown()
-    {
-        desk_->Write(u"dxcc.txt"_qs, "LU;x;Argentina\r\nsin separador\r\n CX;;Uruguay \r\n");
-        desk_->Furnish();
-        desk_->Start();
-        desk_->Type(u"CX1AA"_qs);
-        QCOMPARE(desk_->Text(u"Label18"_qs), QString());
-        desk_->Press(Qt::Key_Tab);
-        QCOMPARE(desk_->Text(u"Label18"_qs), u"Uruguay"_qs);
-        desk_->Fill(u"Corresponsal"_qs, {});
-        QCOMPARE(desk_->Text(u"Label18"_qs), QString());
-        QVERIFY(!desk_->Find(u"Command7"_qs)->isEnabled());
-
-        desk_->Configure(u"BuscaE  ="_qs, u"1"_qs);
-        desk_->Start();
-        desk_->Type(u"LU"_qs);
-        QCOMPARE(desk_->Text(u"Label18"_qs), QString());
-        desk_->Type(u"1"_qs);
-        QCOMPARE(desk_->Text(u"Label18"_qs), u"Argentina"_qs);
-        desk_->Type(u"M"_qs);
-        QCOMPARE(desk_->Text(u"Label18"_qs), u"Mendoza"_qs);
-        desk_->Fill(u"Corresponsal"_qs, u"ZZ9"_qs); // nobody's: taken as our own
-        QCOMPARE(desk_->Text(u"Label18"_qs), u"Argentina"_qs);
-        QVERIFY(desk_->Find(u"Command7"_qs)->isEnabled());
-    }
-
-    void CtrlWWipesCallAndGridOnly()
-    {
-        Start();
-        desk_->Fill(u"Text2"_qs, u"GF05"_qs);
-        desk_->Fill(u"Corresponsal"_qs, u"ABC"_qs); // bad, but it is gone before it is left
-        desk_->Put(u"Obs"_qs, u"antena"_qs);
-        desk_->Press(Qt::Key_W, Qt::ControlModifier);
-        desk_->Fill(u"Obs"_qs, u"antena"_qs);
-        desk_->Put(u"Corresponsal"_qs, u"CX1AA"_qs);
-        desk_->Press(Qt::Key_W, Qt::ControlModifier);
-        const QStringList left{
-            desk_->Focus(), desk_->Text(u"Corresponsal"_qs), desk_->Text(u"Text2"_qs), desk_->Text(u"Obs"_qs)};
-        QCOMPARE(left, QStringList({u"Corresponsal"_qs, {}, {}, u"antena"_qs}));
-        QCOMPARE(desk_->Told(), QStringList());
     }
 };
 

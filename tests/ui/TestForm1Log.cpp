@@ -1,13 +1,10 @@
 // SPDX-FileCopyrightText: 2026 The Tordillo Compact authors
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Desk.h"
-#include "support/RawDatabase.h"
 #include "support/TestRegistry.h"
 #include "ui/Form1_Main.h"
 
-#include <QHeaderView>
 #include <QLineEdit>
-#include <QListView>
 #include <QTest>
 #include <QTreeView>
 
@@ -41,26 +38,6 @@ class TestForm1Log : public QObject {
         const QStringList calls = Calls();
         return u"%1 de %2, %3 a %4, %5"_qs.arg(desk_->Text(u"txt_pagina"_qs), desk_->Text(u"txt_total"_qs),
             calls.value(0), calls.value(calls.size() - 1), buttons);
-    }
-    void ClickTitle(int column)
-    {
-        QHeaderView *header = List()->header();
-        const QPoint place(header->sectionViewportPosition(column) + 8, header->height() / 2);
-        QTest::mouseClick(header->viewport(), Qt::LeftButton, {}, place);
-    }
-    QStringList CallLines(const QString &call)
-    {
-        QStringList lines;
-        desk_->Fill(u"Corresponsal"_qs, call);
-        desk_->InModal([&] { desk_->Press(Qt::Key_X, Qt::ControlModifier); },
-            [&] {
-                lines << desk_->Front()->objectName() << desk_->Front()->windowTitle();
-                const auto *model = desk_->Find<QListView>(u"List1"_qs)->model();
-                for (int row = 0; row < model->rowCount(); ++row)
-                    lines << model->index(row, 0).data().toString();
-                desk_->Press(Qt::Key_Escape);
-            });
-        return lines;
     }
 
 private Q_SLOTS:
@@ -100,29 +77,6 @@ private Q_SLOTS:
             "P1|P2|S2"_qs);
         QCOMPARE(Calls(), QStringList({u"3"_qs, u"2"_qs, u"1"_qs}));
         QCOMPARE(desk_->Text(u"Label6"_qs), u"Log: Log inicial, con 3 QSOs"_qs);
-    }
-
-    void LogsOfEveryLengthOpen_data()
-    {
-        QTest::addColumn<int>("count");
-        QTest::addColumn<QString>("first");
-        QTest::addColumn<QString>("last"); // after End
-        QTest::newRow("empty") << 0 << u"1 de 1,  a , ----"_qs << u"1 de 1,  a , ----"_qs;
-        QTest::newRow("one") << 1 << u"1 de 1, 1 a 1, ----"_qs << u"1 de 1, 1 a 1, ----"_qs;
-        QTest::newRow("a page") << 20 << u"1 de 1, 20 a 1, ----"_qs << u"1 de 1, 20 a 1, ----"_qs;
-        QTest::newRow("a page and one") << 21 << u"1 de 2, 21 a 2, --++"_qs << u"2 de 2, 1 a 1, ++--"_qs;
-        QTest::newRow("more than End can reach")
-            << 20021 << u"1 de 1002, 20021 a 20002, --++"_qs << u"1 de 1002, 20021 a 20002, --++"_qs;
-    }
-    void LogsOfEveryLengthOpen()
-    {
-        QFETCH(int, count);
-        Start(count);
-        QTEST(State(), "first");
-        QCOMPARE(desk_->Text(u"Label6"_qs), u"Log: Log inicial, con %1 QSOs"_qs.arg(count));
-        desk_->Press(Qt::Key_End);
-        QTEST(State(), "last");
-        QCOMPARE(desk_->Told(), QStringList());
     }
 
     void KeysAndButtonsTurnThePages()
@@ -168,50 +122,6 @@ private Q_SLOTS:
         QCOMPARE(desk_->Focus(), u"Obs"_qs);
     }
 
-    void IrGoesToAPageByItsNumber()
-    {
-        Start(45);
-        const auto go = [&](const QString &typed) {
-            desk_->Fill(u"Text3"_qs, typed);
-            desk_->Click(u"Command8"_qs);
-            return QString(desk_->Text(u"Text3"_qs) + u": "_qs + State());
-        };
-        QCOMPARE(go(u"x3"_qs), u"3: 3 de 3, 5 a 1, ++--"_qs);
-        QCOMPARE(desk_->Focus(), u"Corresponsal"_qs);
-        QCOMPARE(go(u"2"_qs), u"2: 2 de 3, 25 a 6, ++++"_qs);
-        QCOMPARE(go(u"99999999999999999999"_qs), u"3: 3 de 3, 5 a 1, ++--"_qs);
-        QCOMPARE(go(u"0"_qs), u"1: 1 de 3, 45 a 26, --++"_qs);
-        QCOMPARE(go({}), u"1: 1 de 3, 45 a 26, --++"_qs);
-    }
-
-    void ATitleSortsThePageOnly()
-    {
-        desk_->Furnish(45);
-        desk_->Start();
-        const QStringList byDate = Calls();
-        const auto sorted = [&](int column) {
-            ClickTitle(column);
-            QStringList cells;
-            for (int row = 0; row < 20; ++row)
-                cells << Cell(row, column);
-            return cells;
-        };
-        QStringList expected = sorted(2);
-        QVERIFY(std::is_sorted(expected.begin(), expected.end()));
-        expected = sorted(2);
-        QVERIFY(std::is_sorted(expected.rbegin(), expected.rend()));
-        expected = sorted(5); // the direction turns over at each click, whatever the column
-        QVERIFY(std::is_sorted(expected.begin(), expected.end()));
-        QStringList shown = Calls(), page = byDate;
-        shown.sort();
-        page.sort();
-        QCOMPARE(shown, page);
-        desk_->Click(u"Command11"_qs);
-        QCOMPARE(Calls(), byDate);
-        desk_->Press(Qt::Key_PageDown);
-        QCOMPARE(State(), u"2 de 3, 25 a 6, ++++"_qs);
-    }
-
     void APageThatCannotBeReadIsToldAndTheOldOneStays()
     {
         Start(45);
@@ -226,15 +136,6 @@ private Q_SLOTS:
         QCOMPARE(State(), u"2 de 3, 25 a 6, ++++"_qs);
     }
 
-    void CountersThatAnotherToolSpoiltAreFoundOut()
-    {
-        desk_->Furnish(3);
-        QVERIFY(RawDatabase(desk_->Path(u"base0.mdb"_qs)).Run("UPDATE Contadores SET QSOs=99"));
-        desk_->Start();
-        QCOMPARE(State(), u"1 de 1, 3 a 1, ----"_qs);
-        QCOMPARE(desk_->Text(u"Label6"_qs), u"Log: Log inicial, con 3 QSOs"_qs);
-    }
-
     void ALongLogNameDoesNotWidenTheWindow()
     {
         desk_->Furnish();
@@ -247,31 +148,6 @@ private Q_SLOTS:
     }
 
     // --- Ctrl+X
-
-    void CtrlXListsTheContactsWithTheCall()
-    {
-        desk_->Furnish();
-        const auto with = [](const QString &call, const QString &date, const QString &log) {
-            QsoRow row = Desk::SampleQso(1);
-            row.Estacion = call;
-            row.Fecha = date;
-            row.NombreLog = log;
-            return row;
-        };
-        const QString log = u"Log inicial"_qs;
-        desk_->Store({with(u"CX1AA"_qs, u"2026-05-01"_qs, log), with(u"CX1AA/LU1ABCDEFGHIJ"_qs, u"2025-12-31"_qs, log),
-            with(u"CX1AB"_qs, u"2026-05-01"_qs, log), with(u"CX1AA"_qs, u"2026-05-01"_qs, u"Otro"_qs)});
-        desk_->Start();
-        QCOMPARE(CallLines(u"CX1AA"_qs),
-            QStringList(
-                {u"Form17"_qs, u"CX1AA"_qs, u"MiCall           SuCall           Banda  Modo   Fecha    Hora   "_qs,
-                    u"LU9ZZZ          |CX1AA/LU1ABCDEFGHIJ |40m   |SSB   |31/12/2025 |00:01:00 "_qs,
-                    u"LU9ZZZ          |CX1AA           |40m   |SSB   |01/05/2026 |00:01:00 "_qs}));
-        QCOMPARE(desk_->Text(u"Corresponsal"_qs), u"CX1AA"_qs);
-        QCOMPARE(CallLines(u"CX1?A"_qs).size(), 5); // a doubtful character finds both
-        QCOMPARE(desk_->Told(), QStringList());
-        QVERIFY(!desk_->ended);
-    }
 
     void CtrlXNeedsFourCharactersAndSaysWhenThereIsNothing()
     {

@@ -6,9 +6,7 @@
 #include "ui/Form1_Main.h"
 
 #include <QCheckBox>
-#include <QComboBox>
 #include <QElapsedTimer>
-#include <QLineEdit>
 #include <QMenu>
 #include <QRandomGenerator>
 #include <QTest>
@@ -48,21 +46,6 @@ private Q_SLOTS:
     void cleanup() { desk_.reset(); }
 
     // --- The first run
-
-    void CancellingTheFirstRunLeavesNothing()
-    {
-        FirstRun([&] {
-            QCOMPARE(desk_->Front()->objectName(), u"Form2"_qs);
-            for (const QString &list : {u"Puerto"_qs, u"Combo1"_qs, u"Combo2"_qs})
-                QCOMPARE(desk_->Find<QComboBox>(list)->count(), 0);
-            desk_->Type(u"lu1abc"_qs);
-            QCOMPARE(desk_->Text(u"Text1"_qs), u"LU1ABC"_qs);
-            desk_->Click(u"Command2"_qs);
-        });
-        QVERIFY(desk_->ended == 0);
-        QVERIFY(!desk_->Has(u"config.ini"_qs) && !desk_->Has(u"base0.mdb"_qs));
-        QCOMPARE(desk_->Told(), QStringList());
-    }
 
     void SavingTheFirstRunMakesConfigurationAndLog()
     {
@@ -213,44 +196,6 @@ private Q_SLOTS:
         QVERIFY(desk_->Find<QCheckBox>(u"Check1"_qs)->isChecked());
         QCOMPARE(desk_->Text(u"Label11"_qs) + desk_->Text(u"Hora"_qs), u"LU21:15"_qs);
         QCOMPARE(desk_->Focus(), u"Corresponsal"_qs);
-
-        desk_->Click(u"Check2"_qs);
-        desk_->Choose(u"Combo3"_qs, u"SO-50"_qs);
-        AnswerAndLeave(true, true);
-        desk_->Start();
-        QVERIFY(desk_->Find(u"Frame2"_qs)->isVisible());
-        QCOMPARE(desk_->Text(u"Combo3"_qs), u"SO-50"_qs);
-        QCOMPARE(Tuned(), u"FM 145.550 2m"_qs);
-        QCOMPARE(desk_->Focus(), u"Corresponsal"_qs);
-    }
-
-    void MemoriesHaveTheirOrder_data()
-    {
-        using Files = QList<std::pair<QString, QByteArray>>;
-        QTest::addColumn<Files>("files");
-        QTest::addColumn<QString>("tuned");
-        const std::pair<QString, QByteArray> last{u"mem.ini"_qs, "7.100\r\nxx\r\n 0 \r\n\r\n"};
-        QTest::newRow("the last contact alone") << Files{last} << u"SSB 7.100 xx"_qs;
-        QTest::newRow("the last exit wins") << Files{last, {u"memKhz.cfg"_qs, "200\r\n"}} << u"SSB 7.200 40m"_qs;
-        QTest::newRow("out of band, in silence") << Files{last, {u"memMhz.cfg"_qs, "3\r\n"}} << u"SSB 3.100 80m"_qs;
-        QTest::newRow("no point") << Files{{u"mem.ini"_qs, "7100\r\n40m\r\n0\r\n"}} << u"SSB 3. 40m"_qs;
-        QTest::newRow("satellite, none chosen") << Files{{u"memqSat.cfg"_qs, " 1 \r\n"}} << u"SSB 3. 80m"_qs;
-        QTest::newRow("satellite") << Files{{u"memsat.ini"_qs, "FO-29\r\n"}, {u"memqSat.cfg"_qs, "1\r\n"},
-            {u"memModo.cfg"_qs, "Echo\r\n"}}
-                                   << u"Echo 145.550 2m"_qs;
-        QTest::newRow("satellite, not ticked") << Files{{u"memsat.ini"_qs, "FO-29\r\n"}} << u"SSB 3.650 80m"_qs;
-    }
-    void MemoriesHaveTheirOrder()
-    {
-        using Files = QList<std::pair<QString, QByteArray>>;
-        QFETCH(Files, files);
-        desk_->Furnish();
-        for (const auto &[name, content] : files)
-            desk_->Write(name, content);
-        desk_->Start();
-        QTEST(Tuned(), "tuned");
-        QCOMPARE(desk_->Told(), QStringList());
-        QCOMPARE(desk_->Focus(), u"Corresponsal"_qs);
     }
 
     // --- Damaged files
@@ -262,11 +207,8 @@ private Q_SLOTS:
         QRandomGenerator generator(2026);
         for (char &byte : random)
             byte = char(generator.bounded(256));
-        QTest::newRow("empty") << QByteArray();
         QTest::newRow("random bytes") << random;
         QTest::newRow("a line without end") << QByteArray("\0", 1);
-        QTest::newRow("only line ends") << QByteArray(10000, '\r');
-        QTest::newRow("semicolons") << QByteArray(100000, ';');
     }
     void DamagedFilesCostOnlyThemselves()
     {
@@ -298,7 +240,6 @@ private Q_SLOTS:
         QTest::addColumn<QString>("station");
         QTest::newRow("no log") << QByteArray("Estacion=LU9ZZZ\r\nbasura\r\n") << u"LU9ZZZ"_qs;
         QTest::newRow("empty") << QByteArray() << QString();
-        QTest::newRow("zeros") << QByteArray("\0", 1) << QString();
     }
     void ADamagedConfigurationStillStoresInALogThatIsFound()
     {
@@ -317,41 +258,6 @@ private Q_SLOTS:
         QCOMPARE(desk_->Text(u"Frame1"_qs), u"Log inicial"_qs);
     }
 
-    void APrefixTableThatIsTooLongIsReadAsFarAsItGoes()
-    {
-        desk_->Furnish();
-        desk_->Configure(u"BuscaE  ="_qs, u"1"_qs);
-        QByteArray table = "sin separador\r\nCX9;;Uruguay\r\n";
-        for (int row = 0; row < 60000; ++row)
-            table += 'X' + QByteArray::number(row) + ";;Nadie\r\n";
-        desk_->Write(u"dxcc.txt"_qs, table + "ZZ9;;Lejos\r\n");
-        desk_->Start();
-        QCOMPARE(desk_->Told(), QStringList());
-        desk_->Type(u"CX9"_qs);
-        QCOMPARE(desk_->Text(u"Label18"_qs), u"Uruguay"_qs);
-        desk_->Fill(u"Corresponsal"_qs, u"ZZ9"_qs);
-        QCOMPARE(desk_->Text(u"Label18"_qs), u"Argentina"_qs);
-    }
-
-    void ACatalogueIsMadeWhereThereIsNoneAndReadPastBadLines()
-    {
-        desk_->Furnish();
-        desk_->Start();
-        QCOMPARE(desk_->Content(u"satelites.txt"_qs).count("\r\n"), 16);
-        QCOMPARE(desk_->Find<QComboBox>(u"Combo3"_qs)->count(), 16);
-        desk_->Write(u"satelites.txt"_qs, "basura;x\r\nXX-1;70cm;2m;FM;67.0;435.250\r\n\r\nXX-2;2m;70cm;SSB; \r\n");
-        desk_->Start();
-        QCOMPARE(desk_->Find<QComboBox>(u"Combo3"_qs)->count(), 2);
-        desk_->Click(u"Check2"_qs);
-        desk_->Choose(u"Combo3"_qs, u"XX-1"_qs);
-        QCOMPARE(Tuned(), u"FM 435.250 70cm"_qs);
-        // A name that is typed, or was there, and left is no click in the list.
-        desk_->Fill(u"Combo3"_qs, u"XX-2"_qs);
-        desk_->Find(u"Obs"_qs)->setFocus();
-        QCOMPARE(desk_->Focus(), u"Obs"_qs);
-        QCOMPARE(Tuned(), u"FM 435.250 70cm"_qs);
-    }
-
     // --- The database at the start
 
     void ADatabaseThatCannotBeUsedEndsTheStartUntouched_data()
@@ -361,9 +267,6 @@ private Q_SLOTS:
         QTest::addColumn<QString>("said");
         const QByteArray text = QByteArray("una carta cualquiera\r\n").repeated(100);
         QTest::newRow("missing") << true << QByteArray() << u"No se encuentra la base de datos"_qs;
-        QTest::newRow("old Access file") << true
-                                         << QByteArray("\0\1\0\0Standard Jet DB\0", 20).leftJustified(4096, '\0')
-                                         << u"Access"_qs;
         QTest::newRow("foreign") << true << text << u"no es una base de datos de Tordillo Compact"_qs;
         QTest::newRow("foreign, first run") << false << text << u"no es una base de datos de Tordillo Compact"_qs;
         QTest::newRow("empty") << true << QByteArray("") << u"vacío"_qs;
@@ -403,30 +306,6 @@ private Q_SLOTS:
         desk_->Advance(1000);
         QCOMPARE(desk_->Told(), QStringList());
         QCOMPARE(RowsShown(), 3);
-    }
-
-    void AnOldDatabaseIsBroughtUpToDate()
-    {
-        desk_->Furnish();
-        QVERIFY(QFile::remove(desk_->Path(u"base0.mdb"_qs)));
-        const QByteArray first = "(id INTEGER PRIMARY KEY AUTOINCREMENT, Modo, Banda, MyCall, Estacion, Fecha, Hora, "
-                                 "RSE, RSR, Obs, Operador, \"Nombre Log\", Frecuencia, ",
-                         general = "MiGrid, SuGrid, LdA, Nombre_Sat, Argento";
-        QVERIFY(RawDatabase(desk_->Path(u"base0.mdb"_qs))
-                    .Run("CREATE TABLE Tabla1 " + first + general + "); CREATE TABLE Tabla2 " + first
-                        + "LdA, Nombre_Sat, MiGrid, SuGrid, Argento); CREATE TABLE Tabla3 " + first + general
-                        + ", Dupe); INSERT INTO Tabla1 (Modo, Estacion, Fecha, Hora, \"Nombre Log\", Frecuencia) "
-                          "VALUES ('CW','CX9ZZ','2001-02-03','04:05:06','Log inicial','3,650')"));
-        desk_->Start();
-        QCOMPARE(desk_->Told(), QStringList());
-        QCOMPARE(desk_->Text(u"Label6"_qs), u"Log: Log inicial, con 1 QSOs"_qs);
-        desk_->Fill(u"SOTA"_qs, u"lur/c-001"_qs);
-        desk_->Contact(u"CX1AA"_qs);
-        QCOMPARE(desk_->Rows().value(1).SOTA, u"LUR/C-001"_qs);
-        const QByteArray after = desk_->Content(u"base0.mdb"_qs);
-        desk_->Start();
-        QVERIFY(desk_->Content(u"base0.mdb"_qs) == after); // nothing left to do
-        QCOMPARE(RowsShown(), 2);
     }
 };
 

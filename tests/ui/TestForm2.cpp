@@ -6,8 +6,6 @@
 #include "ui/Theme.h"
 
 #include <QCheckBox>
-#include <QComboBox>
-#include <QLineEdit>
 #include <QPushButton>
 #include <QSignalSpy>
 #include <QTest>
@@ -107,19 +105,6 @@ private Q_SLOTS:
         QCOMPARE(desk_->Focus(), u"Corresponsal"_qs);
     }
 
-    void EachOpeningReadsTheFileAnew()
-    {
-        desk_->Configure(u"Operador="_qs, u"LU2BBB"_qs);
-        desk_->Configure(u"MySOTA__="_qs, u"LUR/C-001"_qs);
-        InSettings([&] {
-            QCOMPARE(desk_->Text(u"Text2"_qs), u"LU2BBB"_qs);
-            QCOMPARE(desk_->Find<QComboBox>(u"Puerto"_qs)->count(), 21);
-            QCOMPARE(desk_->Find<QComboBox>(u"Combo1"_qs)->count(), 6);
-            desk_->Click(u"Command2"_qs);
-        });
-        QCOMPARE(OnMain(u"MYSOTA"_qs), u"LUR/C-001"_qs);
-    }
-
     void BadCallsKeepTheWindowOpen_data()
     {
         QTest::addColumn<QString>("field");
@@ -127,7 +112,6 @@ private Q_SLOTS:
         QTest::addColumn<QString>("told");
         QTest::newRow("no station") << u"Text1"_qs << QString()
                                     << u"!La Señal Distintiva de la Estación es obligatiria!"_qs;
-        QTest::newRow("station") << u"Text1"_qs << u"ABC"_qs << u"XABC no es una señal distintiva!"_qs;
         QTest::newRow("operator") << u"Text2"_qs << u"123"_qs << u"X123 no es una señal distintiva!"_qs;
     }
     void BadCallsKeepTheWindowOpen()
@@ -166,43 +150,6 @@ private Q_SLOTS:
             desk_->Click(u"Command1"_qs);
         });
         QVERIFY(!desk_->ended);
-    }
-
-    void TheOwnGridIsWholeOrEmpty()
-    {
-        InSettings([&] {
-            desk_->Fill(u"Text4"_qs, u"g1f05"_qs); // the "1" does not fit its place
-            QCOMPARE(desk_->Text(u"Text4"_qs), u"GF05"_qs);
-            desk_->Press(Qt::Key_Tab);
-            QCOMPARE(desk_->Told(), QStringList({u"!Grilla incorrecta!"_qs}));
-            QCOMPARE(desk_->Focus(), u"Text4"_qs);
-            desk_->Press(Qt::Key_Return);
-            QCOMPARE(desk_->Told(), QStringList({u"!Grilla incorrecta!"_qs}));
-            desk_->Fill(u"Text4"_qs, {});
-            desk_->Press(Qt::Key_Tab);
-            QCOMPARE(desk_->Told(), QStringList());
-            desk_->Click(u"Command1"_qs);
-        });
-        QCOMPARE(Saved("GridLoca="), QString());
-    }
-
-    void PasswordsShowWhileTheEyeIsHeld()
-    {
-        InSettings([&] {
-            const std::pair<QString, QString> eyes[] = {{u"Command3"_qs, u"pass_lda"_qs}, {u"Image1"_qs, u"Text6"_qs},
-                {u"Image2"_qs, u"Text7"_qs}, {u"Image3"_qs, u"Text10"_qs}};
-            for (const auto &[eye, field] : eyes) {
-                auto *line = desk_->Find<QLineEdit>(field);
-                line->setText(u"abc"_qs);
-                const QString dots = line->displayText();
-                QVERIFY(!dots.contains(u'a'));
-                QTest::mousePress(desk_->Find(eye), Qt::LeftButton);
-                QCOMPARE(line->displayText(), u"abc"_qs);
-                QTest::mouseRelease(desk_->Find(eye), Qt::LeftButton);
-                QCOMPARE(line->displayText(), dots);
-            }
-            desk_->Click(u"Command1"_qs);
-        });
     }
 
     void OneOfTheTwoLinesIsAlwaysTicked()

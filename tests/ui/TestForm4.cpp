@@ -5,10 +5,7 @@
 #include "ui/Form1_Main.h"
 
 #include <QAbstractButton>
-#include <QListWidget>
 #include <QTest>
-#include <QTextBlock>
-#include <QTextBrowser>
 
 // The contest window as it is used: with the keys.
 class TestForm4 : public QObject {
@@ -26,7 +23,6 @@ class TestForm4 : public QObject {
     {
         return desk_->Texts({u"Combo1"_qs, u"Combo2"_qs, u"RSE"_qs, u"Corresponsal"_qs, u"RSR"_qs});
     }
-    QStringList MasterLines() const { return desk_->Find<QTextBrowser>(u"MCheck"_qs)->toPlainText().split(u'\n'); }
 
 private Q_SLOTS:
     void init() { desk_ = std::make_unique<ContestDesk>(); }
@@ -72,22 +68,6 @@ private Q_SLOTS:
         });
     }
 
-    void AFixedSerialStays()
-    {
-        In(u"ANDES"_qs, [&] {
-            QCOMPARE(Shown(), u"SSB|80m|||"_qs);
-            desk_->Work(u"LU1ABC"_qs, u"BA"_qs);
-            QCOMPARE(desk_->Told(), QStringList{u"!Falta la Serie Enviada"_qs});
-            QCOMPARE(desk_->Focus(), u"RSE"_qs);
-            desk_->Type(u"gf05"_qs);
-            desk_->Press(Qt::Key_Return);
-            QCOMPARE(Shown(), u"SSB|80m|GF05||"_qs);
-            desk_->Choose(u"Combo1"_qs, u"CW"_qs);
-            QCOMPARE(desk_->Text(u"RSE"_qs), u"GF05"_qs);
-        });
-        QCOMPARE(desk_->Calls(u"ANDES"_qs), QStringList{u"LU1ABC SSB 80m GF05 BA"_qs});
-    }
-
     void Duplicates()
     {
         In(u"CONDOR"_qs, [&] {
@@ -129,34 +109,6 @@ private Q_SLOTS:
         QCOMPARE(desk_->Calls(u"CONDOR"_qs), (QStringList{u"LU1ABC SSB 80m 1 1"_qs, u"LU1ABC SSB 80m 2 2"_qs}));
     }
 
-    void WhatIsMissing_data()
-    {
-        QTest::addColumn<QString>("field");
-        QTest::addColumn<QString>("message"); // none: the focus says it
-        QTest::newRow("own call") << u"Text2"_qs << u"!Falta su Señal Distintiva!"_qs;
-        QTest::newRow("date") << u"Fecha"_qs << u"!Falta la Fecha!"_qs;
-        QTest::newRow("time") << u"Hora"_qs << u"!Falta el QTR!"_qs;
-        QTest::newRow("call") << u"Corresponsal"_qs << QString();
-        QTest::newRow("serial sent") << u"RSE"_qs << u"!Falta la Serie Enviada"_qs;
-        QTest::newRow("exchange received") << u"RSR"_qs << QString();
-    }
-    void WhatIsMissing()
-    {
-        QFETCH(QString, field);
-        QFETCH(QString, message);
-        In(u"CONDOR"_qs, [&] {
-            desk_->Type(u"LU1ABC"_qs);
-            desk_->Fill(u"RSR"_qs, u"9"_qs);
-            desk_->Click(u"Check2"_qs); // the clock would fill its fields again
-            desk_->Put(field, QString());
-            desk_->Press(Qt::Key_Return);
-            QCOMPARE(desk_->Told(), message.isEmpty() ? QStringList() : QStringList{message});
-            QCOMPARE(desk_->Focus(), field);
-            QCOMPARE(desk_->Text(u"Label9"_qs), u"0 QSOs "_qs);
-        });
-        QVERIFY(desk_->Calls(u"CONDOR"_qs).isEmpty());
-    }
-
     void Keys()
     {
         desk_->Write(u"dxcc.txt"_qs, "CE;Chile\r\n");
@@ -194,65 +146,6 @@ private Q_SLOTS:
             desk_->Press(Qt::Key_Return);
             QCOMPARE(desk_->Text(u"Label9"_qs), u"1 QSOs"_qs);
         });
-    }
-
-    void TheClock()
-    {
-        In(u"CONDOR"_qs, [&] {
-            desk_->Type(u"LU1"_qs);
-            desk_->clock.now = desk_->clock.now.addSecs(60);
-            desk_->Advance(1000);
-            QCOMPARE(desk_->Text(u"Hora"_qs), u"00:16"_qs);
-            QCOMPARE(desk_->Focus(), u"Corresponsal"_qs);
-            desk_->Click(u"Check2"_qs);
-            desk_->clock.now = desk_->clock.now.addSecs(60);
-            desk_->Advance(5000);
-            QCOMPARE(desk_->Text(u"Hora"_qs), u"00:16"_qs);
-            desk_->Fill(u"Fecha"_qs, u"31/02/2026"_qs);
-            desk_->Find(u"RSR"_qs)->setFocus();
-            QCoreApplication::processEvents();
-            QCOMPARE(desk_->Told(), QStringList{u"!la Fecha 31/02/2026 no es válida!\n\nFormato: dd/mm/aaaa"_qs});
-            QCOMPARE(desk_->Focus(), u"Fecha"_qs);
-            desk_->Fill(u"Fecha"_qs, u"24/11/2026"_qs);
-            desk_->Fill(u"Hora"_qs, u"9:5"_qs);
-            desk_->Fill(u"Corresponsal"_qs, QString());
-            QCOMPARE(desk_->Text(u"Hora"_qs), u"09:05"_qs);
-            desk_->Work(u"LU1ABC"_qs, u"1"_qs);
-            QCOMPARE(desk_->Focus(), u"Hora"_qs);
-            desk_->Click(u"Check2"_qs);
-            desk_->Advance(1000);
-            QCOMPARE(desk_->Text(u"Hora"_qs), u"00:17"_qs);
-        });
-        const QsoRow row = desk_->ContestQsos(u"CONDOR"_qs).first();
-        QCOMPARE(QString(row.Fecha + row.Hora), u"202611240905"_qs);
-    }
-
-    void MasterCheckBesideTheList()
-    {
-        desk_->Write(u"master.txt"_qs, "#24/11/2026#\n\rLU1ABC\n\rPY2AA\n\rLU1ABD\n\rLU7ABC\n\rLW1ABC\n\r");
-        In(u"CONDOR"_qs, [&] {
-            QCOMPARE(desk_->Text(u"Frame2"_qs), u"MasterCheck (5)"_qs);
-            desk_->Click(u"Check8"_qs);
-            QVERIFY(desk_->IsShown(u"Frame2"_qs));
-            desk_->Find(u"Corresponsal"_qs)->setFocus();
-            desk_->Type(u"LU"_qs);
-            QCOMPARE(MasterLines(), QStringList{QString()});
-            desk_->Type(u"1AB"_qs);
-            QCOMPARE(MasterLines(), (QStringList{u"LU1ABC"_qs, u"LU1ABD"_qs, u"LU7ABC"_qs}));
-            desk_->Find(u"RSR"_qs)->setFocus();
-            auto *lines = desk_->Find<QTextBrowser>(u"MCheck"_qs);
-            QTextCursor third(lines->document()->findBlockByNumber(2));
-            third.movePosition(QTextCursor::Right, QTextCursor::MoveAnchor, 2);
-            QTest::mouseClick(lines->viewport(), Qt::LeftButton, {}, lines->cursorRect(third).center());
-            QCOMPARE(desk_->Text(u"Corresponsal"_qs), u"LU7ABC"_qs);
-            QCOMPARE(desk_->Focus(), u"RSR"_qs);
-            desk_->Type(u"1"_qs);
-            desk_->Press(Qt::Key_Return);
-            QCOMPARE(MasterLines(), QStringList{QString()});
-            desk_->Click(u"Check8"_qs);
-            QVERIFY(!desk_->IsShown(u"Frame2"_qs));
-        });
-        QCOMPARE(desk_->Calls(u"CONDOR"_qs), QStringList{u"LU7ABC SSB 80m 1 1"_qs});
     }
 
     void LeavingAsks()

@@ -7,7 +7,6 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
-#include <QProxyStyle>
 #include <QTest>
 #include <QToolTip>
 #include <cmath>
@@ -120,13 +119,6 @@ private Q_SLOTS:
         QCOMPARE(field->palette().color(QPalette::Base), QColor(0xC0C0FF));
         SetFieldFocused(field, false);
         QCOMPARE(field->palette().color(QPalette::Base), ThemePalette(Theme::Dark).color(QPalette::Base));
-    }
-
-    void TheLookIsOurs()
-    {
-        QCOMPARE(static_cast<QProxyStyle *>(QApplication::style())->baseStyle()->name(), u"fusion"_qs);
-        QCOMPARE(QApplication::font().families().value(0), u"Inter"_qs);
-        QCOMPARE(QApplication::font().pointSizeF(), 10.0);
     }
 };
 

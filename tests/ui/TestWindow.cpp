@@ -72,7 +72,6 @@ public:
     QList<int> eats, claims;
     QString badField; // leaving it queues a message
     QWidget *fallback = nullptr;
-    bool mayClose = true;
     std::function<void(QKeyEvent *)> onKey;
 
     bool PreviewKey(QKeyEvent *event) override
@@ -96,7 +95,6 @@ public:
             QueueFieldMessage(field, badField + u" no es válida!");
     }
     QWidget *FocusFallback() const override { return fallback; }
-    bool MayClose() override { return mayClose; }
 };
 
 void Send(QWidget *to, QEvent::Type type, int key, bool repeat, const QString &text = {})
@@ -129,7 +127,7 @@ private Q_SLOTS:
         QTest::addColumn<QString>("field");
         QTest::addColumn<int>("key");
         for (const QString &field : {u"first"_qs, u"combo"_qs, u"spin"_qs, u"button"_qs, u"framed"_qs, u"late"_qs})
-            for (const int key : {int(Qt::Key_F9), int(Qt::Key_5), int(Qt::Key_Escape), int(Qt::Key_Return)})
+            for (const int key : {int(Qt::Key_F9), int(Qt::Key_5), int(Qt::Key_Return)})
                 QTest::addRow("%s %x", qPrintable(field), unsigned(key)) << field << key;
     }
     void EachKeyIsPreviewedOnce()
@@ -147,18 +145,6 @@ private Q_SLOTS:
         QCOMPARE(desk_->log, QStringList({u"press "_qs + name, u"release "_qs + name}));
         QCOMPARE(clicked.count(), 0);
         QVERIFY(desk_->isVisible());
-    }
-
-    void AnEatenKeyDoesNotReachTheField()
-    {
-        desk_->eats = {Qt::Key_Home, Qt::Key_A};
-        desk_->first->setText(u"14"_qs);
-        QTest::keyClick(desk_->first, Qt::Key_Home);
-        QTest::keyClick(desk_->first, Qt::Key_A);
-        QTest::keyClick(desk_->first, Qt::Key_2);
-        QCOMPARE(desk_->first->text(), u"142"_qs);
-        QTest::keyClick(desk_->button, Qt::Key_Space);
-        QVERIFY(desk_->log.contains(u"press Space"_qs));
     }
 
     void ClaimedKeysComeInsteadOfMenuAndEditing()
@@ -180,18 +166,6 @@ private Q_SLOTS:
         QCOMPARE(cut.count(), 1);
         QVERIFY(ctrl && !desk_->CtrlHeld());
         QCOMPARE(desk_->first->text(), u"LU1ABC"_qs);
-    }
-
-    void AHeldKeyRepeatsAndIsReleasedOnce()
-    {
-        Send(desk_->first, QEvent::KeyPress, Qt::Key_Down, false);
-        for (int i = 0; i < 3; ++i) {
-            Send(desk_->first, QEvent::KeyRelease, Qt::Key_Down, true);
-            Send(desk_->first, QEvent::KeyPress, Qt::Key_Down, true);
-        }
-        Send(desk_->first, QEvent::KeyRelease, Qt::Key_Down, false);
-        QCOMPARE(desk_->log.count(u"press Down"_qs), 4);
-        QCOMPARE(desk_->log.count(u"release Down"_qs), 1);
     }
 
     // X11 sends a held key as release and press with one time stamp, and Qt's own mark is missing now and then.
@@ -297,23 +271,6 @@ private Q_SLOTS:
         QCOMPARE(desk_->log, QStringList({u"leave second"_qs, u"enter combo"_qs, u"leave combo"_qs, u"enter spin"_qs}));
     }
 
-    void TheFocusGroundFollowsTheField()
-    {
-        const QColor ground(0xC0C0FF);
-        QCOMPARE(desk_->first->palette().color(QPalette::Base), ground);
-        desk_->second->setFocus();
-        QCOMPARE(desk_->second->palette().color(QPalette::Base), ground);
-        QVERIFY(desk_->first->palette().color(QPalette::Base) != ground);
-        desk_->log.clear();
-        desk_->hide();
-        QCOMPARE(desk_->log, QStringList()); // closing is no leaving
-        QVERIFY(desk_->second->palette().color(QPalette::Base) != ground);
-        Desk other(dialogs_);
-        other.Open(); // the offscreen platform does not activate a window twice in a row
-        desk_->Open();
-        QCOMPARE(desk_->CurrentField(), desk_->first);
-    }
-
     void AFieldMessageComesOnceAndBringsTheFocusBack()
     {
         desk_->badField = u"first"_qs;
@@ -383,73 +340,6 @@ private Q_SLOTS:
         how % 2 ? gone->hide() : gone->setEnabled(false);
         QCOMPARE(QApplication::focusWidget(), told ? desk_->second : nullptr);
         QCOMPARE(desk_->log, told ? QStringList({u"leave framed"_qs, u"enter second"_qs}) : QStringList());
-    }
-
-    void WhatGoesAwayBehindADialogGetsNoFocusBack_data()
-    {
-        QTest::addColumn<bool>("hide");
-        QTest::newRow("disabled") << false;
-        QTest::newRow("hidden") << true;
-    }
-    void WhatGoesAwayBehindADialogGetsNoFocusBack()
-    {
-        QFETCH(bool, hide);
-        desk_->fallback = desk_->second;
-        desk_->framed->setFocus();
-        Desk above(dialogs_, desk_.get());
-        QTimer::singleShot(0, this, [&] {
-            QTRY_COMPARE(QApplication::activeWindow(), &above);
-            above.first->setFocus();
-            hide ? desk_->frame->hide() : desk_->frame->setEnabled(false);
-            above.hide();
-        });
-        above.ShowModal();
-        desk_->activateWindow();
-        QTRY_COMPARE(QApplication::focusWidget(), desk_->second);
-    }
-
-    void TheClockWritesUnderTheCaret_data()
-    {
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<int>("caret");
-        QTest::addColumn<QString>("selected");
-        QTest::newRow("same length") << u"21:16"_qs << 5 << u"16"_qs;
-        QTest::newRow("same text") << u"21:15"_qs << 5 << u"15"_qs;
-        QTest::newRow("shorter") << u"9:16"_qs << 4 << u"6"_qs;
-        QTest::newRow("gone") << u""_qs << 0 << u""_qs;
-    }
-    void TheClockWritesUnderTheCaret()
-    {
-        QFETCH(QString, text);
-        desk_->first->setText(u"21:15"_qs);
-        desk_->first->setSelection(3, 2);
-        Window::SetTextKeepingFocus(desk_->first, text);
-        QCOMPARE(desk_->first->text(), text);
-        QTEST(desk_->first->cursorPosition(), "caret");
-        QTEST(desk_->first->selectedText(), "selected");
-        QVERIFY(desk_->first->hasFocus());
-        QCOMPARE(desk_->log, QStringList());
-    }
-
-    void AModalWindowReturnsWhenItIsHiddenAndAsksBeforeItCloses()
-    {
-        Desk above(dialogs_, desk_.get());
-        above.mayClose = false;
-        bool closedEarly = true;
-        QTimer::singleShot(0, this, [&] {
-            QCOMPARE(QApplication::activeModalWidget(), &above);
-            QTest::keyClick(&above, Qt::Key_Escape);
-            above.close();
-            closedEarly = !above.isVisible();
-            above.mayClose = true;
-            above.close();
-        });
-        above.ShowModal();
-        QVERIFY(!closedEarly);
-        QVERIFY(!above.isVisible());
-        QTimer::singleShot(0, &above, &QWidget::hide);
-        above.ShowModal(); // and again
-        QCOMPARE(QApplication::activeModalWidget(), nullptr);
     }
 };
 

@@ -68,9 +68,7 @@ private Q_SLOTS:
         QTest::addColumn<bool>("keep");
         QTest::addColumn<QSize>("size");
         QTest::addColumn<double>("scale");
-        QTest::newRow("drawn for") << QSize(1366, 768) << true << QSize(1300, 700) << 1.0;
         QTest::newRow("large") << QSize(2560, 1440) << true << QSize(2436, 1312) << 1.874;
-        QTest::newRow("wide") << QSize(3440, 768) << true << QSize(1300, 700) << 1.0;
         QTest::newRow("wide, not kept") << QSize(2732, 768) << false << QSize(2600, 700) << 1.0;
         QTest::newRow("huge") << QSize(7680, 4320) << true << QSize(7309, 3936) << 3.0;
         QTest::newRow("small") << QSize(800, 600) << true << QSize(761, 410) << 0.8;
@@ -109,27 +107,6 @@ private Q_SLOTS:
         QVERIFY(std::abs(call_->font().pointSizeF() - 10) < 0.05);
         QCOMPARE(call_->width(), 100);
         QCOMPARE(list_->columnWidth(1), 67);
-    }
-
-    void WhatIsAddedOrDraggedLaterIsTakenIn()
-    {
-        window_->show();
-        Resize(2600, 1400);
-        auto *late = new QLabel(u"DUPLICADO"_qs);
-        QFont font = late->font();
-        font.setPointSizeF(15);
-        late->setFont(font);
-        static_cast<QGridLayout *>(window_->layout())->addWidget(late, 2, 0);
-        list_->setColumnWidth(1, 300);
-        Resize(2600, 1400);
-        QVERIFY2(
-            std::abs(late->font().pointSizeF() - 30) < 0.2, qPrintable(QString::number(late->font().pointSizeF())));
-        Resize(1300, 700);
-        QVERIFY(std::abs(late->font().pointSizeF() - 15) < 0.1);
-        QCOMPARE(list_->columnWidth(1), 150);
-        delete late;
-        Resize(1950, 1050);
-        QVERIFY(std::abs(ScaleOf(window_.get()) - 1.5) < 0.01);
     }
 
     void ContentThatNeedsMoreRoomIsScaledLess()

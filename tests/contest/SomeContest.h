@@ -3,6 +3,10 @@
 #pragma once
 
 #include "contest/ContestTable.h"
+#include "support/FaultVfs.h"
+
+#include <QTemporaryDir>
+#include <memory>
 
 // A database in a temporary folder, and contacts of a contest to put into it.
 namespace SomeContest {
@@ -38,6 +42,15 @@ inline QsoRow Row(const Contact &contact)
     row.Nombre_Sat = text(contact.type);
     row.Frecuencia = u"7050"_qs;
     return row;
+}
+
+// An empty database on a whole disk; null where it cannot be made.
+inline std::unique_ptr<LogStore> NewStore(const QTemporaryDir &folder)
+{
+    FaultVfs::Instance().Reset();
+    FaultVfs::Instance().SetRealSyncs(false);
+    auto store = std::make_unique<LogStore>(folder.filePath(u"base0.mdb"_qs), "fault");
+    return store->CreateEmpty() ? std::move(store) : nullptr;
 }
 
 // Stores them in one step; ids count on from the last.

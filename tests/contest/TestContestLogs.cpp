@@ -18,10 +18,8 @@ private Q_SLOTS:
     void init()
     {
         folder_ = std::make_unique<QTemporaryDir>();
-        FaultVfs::Instance().Reset();
-        FaultVfs::Instance().SetRealSyncs(false);
-        store_ = std::make_unique<LogStore>(folder_->filePath(u"base0.mdb"_qs), "fault");
-        QVERIFY(store_->CreateEmpty());
+        store_ = NewStore(*folder_);
+        QVERIFY(store_);
     }
     void cleanup() { FaultVfs::Instance().Reset(); }
 

@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "core/CodePage.h"
 #include "core/Logbook.h"
+#include "core/QsoTable.h"
+#include "core/Schema.h"
 #include "core/TextFile.h"
 #include "support/FixedClock.h"
 #include "support/RawDatabase.h"
@@ -156,6 +158,48 @@ private Q_SLOTS:
         QCOMPARE(SaveConfig(*logbook_, true).failure().kind, Failure::Kind::Foreign);
         QVERIFY(!HasConfig(*logbook_));
         QCOMPARE(logbook_->LogInUse, QString());
+    }
+
+    void LongValuesAreCut()
+    {
+        const QString tooLong(2000, u'x');
+        const Configuration c = Read({QString(u"UserLdA_=" + tooLong), QString(u"ArcAudio=" + tooLong)});
+        QCOMPARE(c.UserLdA.size(), 100);
+        QCOMPARE(c.ArcAudio.size(), 1000);
+    }
+
+    void LoadingSetsLogAndCaptions()
+    {
+        QVERIFY(!HasConfig(*logbook_));
+        QVERIFY(!LoadConfig(*logbook_));
+        QVERIFY(!logbook_->configuration.LDAQ_web.isEmpty());
+        QCOMPARE(logbook_->LogInUse, QString());
+        QVERIFY(TextFile::WriteLines(files_, Config(),
+            {u"Estacion=lu9zzz"_qs, u"LogenUso=Año"_qs, u"Pantalla=0"_qs, u"LDAQ_web=http://a.b"_qs},
+            FileSystem::Sync::No));
+        QVERIFY(HasConfig(*logbook_));
+        QVERIFY(LoadConfig(*logbook_));
+        QCOMPARE(logbook_->LogInUse, u"Año"_qs);
+        QCOMPARE(logbook_->captions.station, u"LU9ZZZ"_qs);
+        QCOMPARE(logbook_->captions.log, u"Año"_qs);
+        QCOMPARE(logbook_->configuration.LDAQ_web, u"http://a.b"_qs);
+        logbook_->LogInUse = u"Otro"_qs;
+        QVERIFY(TextFile::WriteLines(files_, Config(), {u"GridLoca=FF99"_qs}, FileSystem::Sync::No));
+        QVERIFY(!LoadConfig(*logbook_));
+        QCOMPARE(logbook_->LogInUse, u"Otro"_qs); // the file does not tell it
+        QCOMPARE(logbook_->captions.station, u"LU9ZZZ"_qs);
+    }
+
+    void TheFirstSaveKeepsALogThatIsThere()
+    {
+        LogStore &store = logbook_->Store();
+        QVERIFY(store.CreateEmpty());
+        QsoRow row;
+        row.Modo = u"CW"_qs;
+        row.NombreLog = u"Log inicial"_qs;
+        QVERIFY(store.Write([&](Session &session) { QsoTable::Insert(session, row); }));
+        QVERIFY(SaveConfig(*logbook_, true));
+        QCOMPARE(*CountQsos(store, u"Log inicial"_qs), 1);
     }
 
 private:

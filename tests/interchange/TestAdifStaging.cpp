@@ -203,12 +203,15 @@ private Q_SLOTS:
 
     void AFailingDiskLeavesTheLogAsItWas_data()
     {
+        QTest::addColumn<FaultVfs::Trouble>("trouble");
         QTest::addColumn<bool>("syncs");
-        QTest::newRow("disk full") << false;
-        QTest::newRow("failing sync") << true;
+        QTest::newRow("disk full") << FaultVfs::Trouble::DiskFull << false;
+        QTest::newRow("failing disk") << FaultVfs::Trouble::IoError << false;
+        QTest::newRow("failing sync") << FaultVfs::Trouble::IoError << true;
     }
     void AFailingDiskLeavesTheLogAsItWas()
     {
+        QFETCH(FaultVfs::Trouble, trouble);
         QFETCH(bool, syncs);
         FaultVfs &disk = FaultVfs::Instance();
         QList<QsoRow> logged, fromFile;
@@ -229,7 +232,7 @@ private Q_SLOTS:
             if (syncs)
                 disk.FailSyncs(fault, FaultVfs::forever);
             else
-                disk.FailWrites(fault, FaultVfs::forever, FaultVfs::Trouble::DiskFull);
+                disk.FailWrites(fault, FaultVfs::forever, trouble);
             const auto loaded = AdifStaging::LoadRows(*store_, logName, staged, staged.size(), true);
             Heal();
             if (loaded)

@@ -163,6 +163,12 @@ private Q_SLOTS:
         QCOMPARE(
             result.failure().text, u"No se pudo terminar de escribir el archivo\n/a.adi\nNo space left on device"_qs);
         QCOMPARE(written, QByteArray("0123456789"));
+
+        FailingDevice shorter(file, 15, FailingDevice::Trouble::CutShort);
+        QVERIFY(shorter.open(QIODevice::WriteOnly));
+        QVERIFY(AdifWriter::Write(shorter, "0123456789", u"/a.adi"_qs));
+        QVERIFY(!AdifWriter::Write(shorter, "0123456789", u"/a.adi"_qs));
+        QCOMPARE(written, QByteArray("0123456789012345678901234").left(25));
     }
 
     // What is written is read again as the same contact.

@@ -193,6 +193,12 @@ QList<QsoRow> Desk::Rows() const
     return rows ? *rows : QList<QsoRow>();
 }
 
+QString Desk::LastStored(QString QsoRow::*column) const
+{
+    const QList<QsoRow> rows = Rows();
+    return rows.isEmpty() ? u"(nothing stored)"_qs : rows.last().*column;
+}
+
 // --- The process
 
 bool Desk::Load()

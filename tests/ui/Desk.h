@@ -44,6 +44,8 @@ public:
     static void HealDisk();
     // All contacts of all logs as they are in the file, in the order of their ids.
     QList<QsoRow> Rows() const;
+    // A column of the newest row of the base.
+    QString LastStored(QString QsoRow::*column) const;
 
     // --- The process
 

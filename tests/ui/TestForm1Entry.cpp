@@ -9,16 +9,6 @@
 #include <QPushButton>
 #include <QTest>
 
-namespace {
-
-QString LastStored(const Desk &desk, QString QsoRow::*column)
-{
-    const QList<QsoRow> rows = desk.Rows();
-    return rows.isEmpty() ? u"(nothing stored)"_qs : rows.last().*column;
-}
-
-} // namespace
-
 // The operator at the main window: from the keys to the stored row.
 class TestForm1Entry : public QObject {
     Q_OBJECT
@@ -114,7 +104,7 @@ private Q_SLOTS:
         desk_->Press(Qt::Key_Return);
         QCOMPARE(desk_->Rows().size(), 1);
         QCOMPARE(desk_->Focus(), u"Corresponsal"_qs);
-        QCOMPARE(LastStored(*desk_, &QsoRow::Nombre_Sat), satellite ? u"SO-50"_qs : QString());
+        QCOMPARE(desk_->LastStored(&QsoRow::Nombre_Sat), satellite ? u"SO-50"_qs : QString());
         QCOMPARE(desk_->Told(), QStringList());
     }
 
@@ -190,7 +180,7 @@ private Q_SLOTS:
         desk_->Type(u"LU9ZZZ"_qs);
         desk_->Click(u"Command2"_qs);
         QCOMPARE(desk_->Told(), QStringList());
-        QCOMPARE(LastStored(*desk_, &QsoRow::Estacion), u"LU9ZZZ"_qs);
+        QCOMPARE(desk_->LastStored(&QsoRow::Estacion), u"LU9ZZZ"_qs);
         QCOMPARE(desk_->Focus(), u"Corresponsal"_qs);
     }
 
@@ -205,7 +195,7 @@ private Q_SLOTS:
         desk_->Type(u"AM"_qs);
         desk_->Click(u"Command2"_qs);
         QCOMPARE(desk_->Told(), QStringList());
-        QCOMPARE(LastStored(*desk_, &QsoRow::Modo), u"AM"_qs);
+        QCOMPARE(desk_->LastStored(&QsoRow::Modo), u"AM"_qs);
     }
 
     void AHeldEnterTakesOneStepAndStoresNothingMore()
@@ -277,7 +267,7 @@ private Q_SLOTS:
         desk_->Fill(u"Text1"_qs, u"490"_qs);
         QCOMPARE(desk_->Told(), warning);
         desk_->Contact(u"CX1AA"_qs);
-        QCOMPARE(LastStored(*desk_, &QsoRow::Frecuencia), u"3.490"_qs);
+        QCOMPARE(desk_->LastStored(&QsoRow::Frecuencia), u"3.490"_qs);
     }
 
     void ATypedChoiceThatIsLeftIsNoClick()

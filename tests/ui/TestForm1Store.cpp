@@ -8,16 +8,6 @@
 #include <QLineEdit>
 #include <QTest>
 
-namespace {
-
-QString LastStored(const Desk &desk, QString QsoRow::*column)
-{
-    const QList<QsoRow> rows = desk.Rows();
-    return rows.isEmpty() ? u"(nothing stored)"_qs : rows.last().*column;
-}
-
-} // namespace
-
 // What becomes of the fields of the main window: time, the row, what stays, and what a failing disk may not take.
 class TestForm1Store : public QObject {
     Q_OBJECT
@@ -74,7 +64,7 @@ private Q_SLOTS:
         }
         desk_->Contact(u"CX1AA"_qs);
         QCOMPARE(desk_->Told(), QStringList());
-        QTEST(QString(LastStored(*desk_, &QsoRow::Fecha) + u' ' + LastStored(*desk_, &QsoRow::Hora)), "stored");
+        QTEST(QString(desk_->LastStored(&QsoRow::Fecha) + u' ' + desk_->LastStored(&QsoRow::Hora)), "stored");
     }
 
     // --- The focus contract
@@ -132,7 +122,7 @@ private Q_SLOTS:
         desk_->Click(u"Check3"_qs);
         desk_->Contact(u"CX2AA"_qs);
         QCOMPARE(desk_->Text(u"Obs"_qs), QString());
-        QCOMPARE(LastStored(*desk_, &QsoRow::Obs), u"antena nueva"_qs);
+        QCOMPARE(desk_->LastStored(&QsoRow::Obs), u"antena nueva"_qs);
     }
 
     void TheOwnSummitNeedsAnActivationTheOwnParkDoesNot()
@@ -223,7 +213,7 @@ private Q_SLOTS:
         desk_->Press(Qt::Key_Return);
         QCOMPARE(desk_->Told(), QStringList());
         QCOMPARE(desk_->Rows().size(), 1);
-        QCOMPARE(LastStored(*desk_, &QsoRow::Obs), u"no perder"_qs);
+        QCOMPARE(desk_->LastStored(&QsoRow::Obs), u"no perder"_qs);
         QCOMPARE(RawDatabase(desk_->Path(u"base0.mdb"_qs)).Value("PRAGMA integrity_check"), u"ok"_qs);
     }
 

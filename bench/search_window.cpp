@@ -6,6 +6,7 @@
 
 #include "core/Logbook.h"
 #include "core/Scheduler.h"
+#include "keyer/SerialLines.h"
 #include "ui/Form1_Main.h"
 #include "ui/Form6_Search.h"
 #include "ui/Program.h"
@@ -115,8 +116,10 @@ int main(int argc, char **argv)
     RealDialogs dialogs;
     Logbook logbook(QString::fromLocal8Bit(argv[1]), files, clock);
     logbook.LogInUse = QString::fromLocal8Bit(argv[2]);
+    SystemModemPorts ports;
+    SerialLines lines(logbook, ports);
     Windows windows;
-    Program program{logbook, scheduler, dialogs, windows, [] { QCoreApplication::processEvents(); },
+    Program program{logbook, scheduler, dialogs, windows, lines, [] { QCoreApplication::processEvents(); },
         [](int exitCode) { QCoreApplication::exit(exitCode); }, [](const char *) {}, {}, {}, false, false};
     windows.SetProgram(program);
     windows.Main().LoadLogPage(1);

@@ -3,6 +3,7 @@
 #include "core/Logbook.h"
 #include "core/ProgramFolder.h"
 #include "core/Scheduler.h"
+#include "keyer/SerialLines.h"
 #include "ui/Form1_Main.h"
 #include "ui/Program.h"
 #include "ui/RealDialogs.h"
@@ -83,8 +84,10 @@ int RunProgram(Application &application)
     const SystemClock clock;
     EventLoopScheduler scheduler;
     Logbook logbook(folder, files, clock);
+    SystemModemPorts ports;
+    SerialLines lines(logbook, ports);
     Windows windows;
-    Program program{logbook, scheduler, dialogs, windows, [] { QCoreApplication::processEvents(); },
+    Program program{logbook, scheduler, dialogs, windows, lines, [] { QCoreApplication::processEvents(); },
         [](int exitCode) { QCoreApplication::exit(exitCode); }, Mark, {}, {}, false, false};
     windows.SetProgram(program);
     if (!windows.Main().Load())

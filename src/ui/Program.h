@@ -10,6 +10,7 @@
 #include <functional>
 
 class Dialogs;
+class SerialLines;
 class Windows;
 
 // What every window is given: the logbook, and the ways to the operator and to time.
@@ -18,6 +19,7 @@ struct Program {
     Scheduler &scheduler;
     Dialogs &dialogs;
     Windows &windows;
+    SerialLines &lines;
     std::function<void()> processEvents; // one round of the event loop
     std::function<void(int exitCode)> end; // leaves the event loop; nothing is saved on the way
     std::function<void(const char *name)> mark; // for the measures of script/bench

@@ -6,9 +6,11 @@
 #include "contest/ContestLogs.h"
 #include "contest/ContestLookup.h"
 #include "core/Logbook.h"
+#include "keyer/SerialLines.h"
 #include "logging/LogNames.h"
 #include "logging/QsoEdit.h"
 #include "logging/QsoStore.h"
+#include "support/RecordingPorts.h"
 #include "ui/Form10_About.h"
 #include "ui/Form11_Satellites.h"
 #include "ui/Form12_AdifImport.h"
@@ -193,12 +195,14 @@ int main(int argc, char **argv)
     const PictureClock clock;
     EventLoopScheduler scheduler;
     RealDialogs dialogs;
+    RecordingPorts ports;
 
     for (const bool dark : {false, true}) {
         Logbook logbook(folder.path(), files, clock);
         SetUpStation(logbook, dark);
+        SerialLines lines(logbook, ports);
         Windows windows;
-        Program program{logbook, scheduler, dialogs, windows, [] { QApplication::processEvents(); }, [](int) {},
+        Program program{logbook, scheduler, dialogs, windows, lines, [] { QApplication::processEvents(); }, [](int) {},
             [](const char *) {}, {}, {}, false, false};
         windows.SetProgram(program);
         program.dxcc.AddLine(u"LU;;Argentina");

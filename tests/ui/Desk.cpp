@@ -3,6 +3,7 @@
 #include "Desk.h"
 
 #include "core/QsoTable.h"
+#include "keyer/SerialLines.h"
 #include "support/FailingDevice.h"
 #include "ui/Form1_Main.h"
 #include "ui/Theme.h"
@@ -74,8 +75,9 @@ private:
 struct Desk::Process {
     explicit Process(Desk &desk)
         : logbook(desk.folder_.path(), *desk.files_, desk.clock)
+        , lines(logbook, desk.ports)
         , windows(std::make_unique<Windows>())
-        , program{logbook, scheduler, desk.dialogs, *windows, [] { QCoreApplication::processEvents(); },
+        , program{logbook, scheduler, desk.dialogs, *windows, lines, [] { QCoreApplication::processEvents(); },
               [&desk](int exitCode) { desk.ended = exitCode; },
               [&desk](const char *name) { desk.marks << QString::fromLatin1(name); }, {}, {}, false, false}
     {
@@ -85,6 +87,7 @@ struct Desk::Process {
 
     ManualScheduler scheduler;
     Logbook logbook;
+    SerialLines lines;
     std::unique_ptr<Windows> windows;
     Program program;
 };

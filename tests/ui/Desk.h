@@ -7,6 +7,7 @@
 #include "support/FaultVfs.h"
 #include "support/FixedClock.h"
 #include "support/ManualScheduler.h"
+#include "support/RecordingPorts.h"
 #include "ui/Program.h"
 
 #include <QTemporaryDir>
@@ -100,6 +101,7 @@ public:
 
     FixedClock clock;
     RecordingDialogs dialogs;
+    RecordingPorts ports;
     QStringList unwritable; // files that cannot be written, by name or by whole path
     std::optional<qint64> room; // bytes that each file written line by line gets before its disk is full
     std::optional<int> ended; // exit code of the process that asked to end

@@ -6,6 +6,7 @@
 
 #include "core/Logbook.h"
 #include "core/Scheduler.h"
+#include "keyer/KeyerPacer.h"
 #include "keyer/SerialLines.h"
 #include "ui/Form1_Main.h"
 #include "ui/Form6_Search.h"
@@ -119,8 +120,9 @@ int main(int argc, char **argv)
     SystemModemPorts ports;
     SerialLines lines(logbook, ports);
     Windows windows;
-    Program program{logbook, scheduler, dialogs, windows, lines, [] { QCoreApplication::processEvents(); },
-        [](int exitCode) { QCoreApplication::exit(exitCode); }, [](const char *) {}, {}, {}, false, false};
+    Program program{logbook, scheduler, dialogs, windows, lines, MakeThreadPacer,
+        [] { QCoreApplication::processEvents(); }, [](int exitCode) { QCoreApplication::exit(exitCode); },
+        [](const char *) {}, {}, {}, false, false};
     windows.SetProgram(program);
     windows.Main().LoadLogPage(1);
     QTimer::singleShot(settling, &windows.Main(), [&] { Measure(program); });

@@ -3,6 +3,7 @@
 #include "core/Logbook.h"
 #include "core/ProgramFolder.h"
 #include "core/Scheduler.h"
+#include "keyer/KeyerPacer.h"
 #include "keyer/SerialLines.h"
 #include "ui/Form1_Main.h"
 #include "ui/Program.h"
@@ -87,8 +88,9 @@ int RunProgram(Application &application)
     SystemModemPorts ports;
     SerialLines lines(logbook, ports);
     Windows windows;
-    Program program{logbook, scheduler, dialogs, windows, lines, [] { QCoreApplication::processEvents(); },
-        [](int exitCode) { QCoreApplication::exit(exitCode); }, Mark, {}, {}, false, false};
+    Program program{logbook, scheduler, dialogs, windows, lines, MakeThreadPacer,
+        [] { QCoreApplication::processEvents(); }, [](int exitCode) { QCoreApplication::exit(exitCode); }, Mark, {}, {},
+        false, false};
     windows.SetProgram(program);
     if (!windows.Main().Load())
         return 1;

@@ -2,12 +2,37 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "contest/Macros.h"
 
+#include "contest/ContestLogs.h"
+#include "core/Conversions.h"
 #include "core/Logbook.h"
 #include "core/TextFile.h"
 
 namespace {
 
 QString PathOf(const Logbook &logbook) { return logbook.PathOf(u"macros_concurso_3.cfg"_qs); }
+
+QString Cut(QString text) { return text.replace(u'0', u'T').replace(u'9', u'N'); }
+
+QString CutIf(const QString &text, bool cut) { return cut ? Cut(text) : text; }
+
+QString SavedSerial(const QString &serie)
+{
+    const qsizetype missing = serie.size() == 1 ? 2 : serie.size() == 2 ? 1 : 0;
+    return QString(missing, u'0') + serie;
+}
+
+QString SerieMessage(const MacroTexts &macros, int macro, const MacroFields &fields)
+{
+    QString serial = SentSerial(fields.rse, fields.serieType);
+    const bool wasSent = !fields.savedCall.isEmpty() && !fields.savedSerie.isEmpty();
+    if (macro == MacroSerie && wasSent)
+        serial = SavedSerial(fields.savedSerie);
+    QString text = macros[MacroSerie];
+    text.replace(u"#SUSD#"_qs, macro == MacroSerie ? fields.call : QString());
+    text.replace(u"#RST#"_qs, CutIf(u" 599 "_qs, fields.cutNumbers));
+    text.replace(u"#SERIE#"_qs, CutIf(serial, fields.cutNumbers));
+    return macro == MacroSerie ? text : QString(fields.call + u' ' + text);
+}
 
 QString KeyOf(size_t macro) { return u"macro%1="_qs.arg(macro + 1); }
 
@@ -40,6 +65,53 @@ Result<void> SaveMacros(Logbook &logbook, const MacroTexts &macros)
     for (size_t i = 0; i < macros.size(); ++i)
         lines << QString(KeyOf(i) + macros[i]);
     return TextFile::WriteLines(logbook.Files(), PathOf(logbook), lines, FileSystem::Sync::No);
+}
+
+QString MacroMessage(MacroTexts &macros, int macro, const MacroFields &fields)
+{
+    const QString ownCall = u"#MISD#"_qs;
+    switch (macro) {
+    case MacroCq:
+        return macros[MacroCq].replace(ownCall, fields.ownCall);
+    case MacroSerie:
+    case MacroExchange:
+        return SerieMessage(macros, macro, fields);
+    case MacroTu:
+        return fields.call != fields.savedCall ? QString(fields.call + u" TU") : macros[MacroTu];
+    case MacroOwnCall:
+        return QString(macros[MacroOwnCall]).replace(ownCall, fields.ownCall);
+    case MacroHisCall:
+        return QString(macros[MacroHisCall]).replace(u"#SUSD#"_qs, fields.call);
+    default:
+        return macros[size_t(macro)];
+    }
+}
+
+QString SentSerial(const QString &rse, const QString &serieType)
+{
+    if (serieType == SerieType::Fija)
+        return rse;
+    return (Conversions::LeadingNumber(rse) < 10 ? u"00"_qs : u"0"_qs) + rse;
+}
+
+QString ExchangeAgain(const QString &call, const QString &serial, bool cutNumbers)
+{
+    return call + u' ' + CutIf(u"599"_qs, cutNumbers) + u' ' + CutIf(serial, cutNumbers);
+}
+
+EsmStep StepOfEnter(bool run, bool hasCall, bool hasExchange, bool saved)
+{
+    using Focus = EsmStep::Focus;
+    if (run && !hasCall && !hasExchange)
+        return {MacroCq, false, false, Focus::Call};
+    if (run && hasCall)
+        return hasExchange ? EsmStep{MacroTu, false, true, Focus::Call}
+                           : EsmStep{MacroExchange, true, false, Focus::Exchange};
+    if (hasCall && hasExchange)
+        return {MacroSerie, true, false, Focus::Stays};
+    if (!hasCall && !hasExchange && saved)
+        return {std::nullopt, false, false, Focus::Stays};
+    return {MacroOwnCall, false, false, Focus::Stays};
 }
 
 std::array<QString, macroCount> MacroCaptions(const QString &ownCall, const QString &call, const QString &rse)

@@ -2,9 +2,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "contest/ContestEntry.h"
 #include "contest/ContestLogs.h"
-#include "ui/ContestListModel.h"
+#include "core/Scheduler.h"
 #include "ui/Window.h"
 
 #include <memory>
@@ -12,8 +11,11 @@
 struct Program;
 class ContestClock;
 class ContestCommands;
+class ContestEntryFields;
+class ContestLogView;
+class KeyerPanel;
+class MacroPanel;
 class MasterView;
-class Transmission;
 class QComboBox;
 class QPushButton;
 namespace Ui {
@@ -35,11 +37,14 @@ class Form4;
 // | Label7, Frame4, ListView1   | "DUPLICADO" and the earlier contacts       |                       |
 // | Label9, Label11             | number of contacts, country of the call    |                       |
 // | Check8, Frame2, MCheck      | MasterCheck                                |                       |
-// | macros_0 to 6, ESM, HScroll1 ... | keyer and macros                      |                       |
+// | macros_0 to 6, ESM, RUN ... | see MacroPanel                             |                       |
+// | HScroll1, Combo3, Label10 ... | see KeyerPanel                           |                       |
+// | Command5                    | editor of the macros                       |                       |
 // | Command1, 2, 4, IMP_C_FT8   | Cabrillo, ADIF, general log, Cabrillo in   |                       |
 //
-// Keys: Enter stores, Space moves between call and exchange, F12 edits the last contact, Ctrl+W wipes the call, Page Up
-// and Page Down change the speed, F8 repaints the log.
+// Keys: Enter sends with ESM and stores, Space moves between call and exchange, F1 to F7 send, Esc stops, the Down
+// arrow is the key, F9 sends typed text, F12 edits the last contact, Ctrl+W wipes the call, Page Up and Page Down
+// change the speed, F8 repaints the log.
 class Form4 : public Window {
     Q_OBJECT
 
@@ -52,6 +57,8 @@ public:
 
 protected:
     bool PreviewKey(QKeyEvent *event) override;
+    bool PreviewKeyRelease(QKeyEvent *event) override;
+    bool event(QEvent *event) override;
     bool ClaimsShortcut(const QKeyEvent *event) const override;
     void FieldLeft(QWidget *field) override;
     void FieldEntered(QWidget *field) override;
@@ -59,19 +66,19 @@ protected:
     bool MayClose() override;
 
 private:
-    void FillLists();
-    void AttachFilters();
     void Connect();
     void BuildMenu();
     void Activate();
+    void ShowPanels();
+    bool SendKey(QKeyEvent *event);
+    void Escape();
+    void EditMacros();
+    void TypeText();
+    bool InCw() const;
     void ShowLastValues();
-    void LoadList();
-    ContestFields ReadFields() const;
-    QWidget *FieldOf(ContestFocus focus) const;
-    void Store();
+    bool Store();
     void Stored(const QsoRow &row);
     void CallChanged();
-    void ShowDuplicates();
     void Chosen(const QComboBox *list);
     void ModeChosen();
     void RunCommand(void (Form4::*work)());
@@ -80,23 +87,20 @@ private:
     void Transfer();
     void ImportCabrillo();
     void NextSerial();
-    void EditLastContestQso();
-    void EditRow(const QsoRow &row, int place);
     bool Leave(bool askForCall);
     bool IsIncremental() const;
-    bool TellIfFailed(const Failure *failure);
 
     Program &program_;
     std::unique_ptr<Ui::Form4> ui_;
-    ContestListModel log_, duplicates_;
+    std::unique_ptr<ContestEntryFields> fields_;
     MasterView *master_;
     ContestCommands *commands_;
-    Transmission *transmission_;
+    ContestLogView *log_;
+    KeyerPanel *keyer_;
+    MacroPanel *macros_;
     ContestClock *clock_;
-    bool ContestLoading_ = false;
+    std::unique_ptr<Scheduler::Timer> Timer2_;
     bool leaving_ = false;
     bool working_ = false; // a command of the bottom line
     bool byKey_ = false; // the present event is a key
-    qint64 count_ = 0;
-    QString SavedCall_, SavedSerie_;
 };

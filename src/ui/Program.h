@@ -10,6 +10,7 @@
 #include <functional>
 
 class Dialogs;
+class KeyerPacer;
 class SerialLines;
 class Windows;
 
@@ -20,6 +21,7 @@ struct Program {
     Dialogs &dialogs;
     Windows &windows;
     SerialLines &lines;
+    std::function<std::unique_ptr<KeyerPacer>()> makePacer; // who keys the transmitter in time
     std::function<void()> processEvents; // one round of the event loop
     std::function<void(int exitCode)> end; // leaves the event loop; nothing is saved on the way
     std::function<void(const char *name)> mark; // for the measures of script/bench

@@ -11,7 +11,9 @@
 #include "ui/Form17_CallQsos.h"
 #include "ui/Form19_CabrilloText.h"
 #include "ui/Form1_Main.h"
+#include "ui/Form20_Macros.h"
 #include "ui/Form21_PhoneImportHelp.h"
+#include "ui/Form22_Keyboard.h"
 #include "ui/Form2_Settings.h"
 #include "ui/Form3_OpenLog.h"
 #include "ui/Form4_Contest.h"
@@ -63,5 +65,7 @@ Form13 &Windows::Analysis() { return Made(form13_, *program_, &Main()); }
 Form19 &Windows::CabrilloText() { return Made(form19_, *program_, &Main()); }
 Form12 &Windows::AdifImport() { return Made(form12_, *program_, &Main()); }
 Form15 &Windows::Backup() { return Made(form15_, *program_, &Main()); }
+Form20 &Windows::Macros(QWidget &owner) { return Made(form20_, program_->logbook, program_->dialogs, &owner); }
+Form22 &Windows::Keyboard(QWidget &owner) { return Made(form22_, program_->dialogs, &owner); }
 Form21 &Windows::PhoneImportHelp(QWidget &owner) { return Made(form21_, program_->dialogs, &owner); }
 Form17 &Windows::CallQsos() { return Made(form17_, program_->dialogs, &Main()); }

@@ -23,7 +23,9 @@ class Form15;
 class Form16;
 class Form17;
 class Form19;
+class Form20;
 class Form21;
+class Form22;
 class QWidget;
 
 // Makes each window once, on first use, and keeps it until the program ends.
@@ -53,7 +55,9 @@ public:
     Form16 &Profiles();
     Form17 &CallQsos();
     Form19 &CabrilloText();
+    Form20 &Macros(QWidget &owner);
     Form21 &PhoneImportHelp(QWidget &owner);
+    Form22 &Keyboard(QWidget &owner);
 
 private:
     Program *program_ = nullptr;
@@ -74,5 +78,7 @@ private:
     std::unique_ptr<Form16> form16_;
     std::unique_ptr<Form17> form17_;
     std::unique_ptr<Form19> form19_;
+    std::unique_ptr<Form20> form20_;
     std::unique_ptr<Form21> form21_;
+    std::unique_ptr<Form22> form22_;
 };

@@ -1,9 +1,9 @@
 // SPDX-FileCopyrightText: 2026 The Tordillo Compact authors
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "contest/ContestEdit.h"
-#include "contest/CwSettings.h"
 #include "contest/Macros.h"
 #include "core/Logbook.h"
+#include "keyer/CwSettings.h"
 #include "support/FixedClock.h"
 #include "support/TestRegistry.h"
 

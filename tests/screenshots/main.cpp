@@ -6,6 +6,7 @@
 #include "contest/ContestLogs.h"
 #include "contest/ContestLookup.h"
 #include "core/Logbook.h"
+#include "keyer/KeyerPacer.h"
 #include "keyer/SerialLines.h"
 #include "logging/LogNames.h"
 #include "logging/QsoEdit.h"
@@ -202,8 +203,8 @@ int main(int argc, char **argv)
         SetUpStation(logbook, dark);
         SerialLines lines(logbook, ports);
         Windows windows;
-        Program program{logbook, scheduler, dialogs, windows, lines, [] { QApplication::processEvents(); }, [](int) {},
-            [](const char *) {}, {}, {}, false, false};
+        Program program{logbook, scheduler, dialogs, windows, lines, MakeThreadPacer,
+            [] { QApplication::processEvents(); }, [](int) {}, [](const char *) {}, {}, {}, false, false};
         windows.SetProgram(program);
         program.dxcc.AddLine(u"LU;;Argentina");
         ApplyWindowTheme(dark ? Theme::Dark : Theme::Light);

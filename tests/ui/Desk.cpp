@@ -77,7 +77,8 @@ struct Desk::Process {
         : logbook(desk.folder_.path(), *desk.files_, desk.clock)
         , lines(logbook, desk.ports)
         , windows(std::make_unique<Windows>())
-        , program{logbook, scheduler, desk.dialogs, *windows, lines, [] { QCoreApplication::processEvents(); },
+        , program{logbook, scheduler, desk.dialogs, *windows, lines,
+              [&desk] { return std::make_unique<ManualPacer>(desk.keying); }, [] { QCoreApplication::processEvents(); },
               [&desk](int exitCode) { desk.ended = exitCode; },
               [&desk](const char *name) { desk.marks << QString::fromLatin1(name); }, {}, {}, false, false}
     {
@@ -231,6 +232,16 @@ void Desk::Kill() { process_.reset(); }
 
 void Desk::Advance(int milliseconds)
 {
+    // Timers and the keyer's thread take turns, so that each sees what the other did.
+    constexpr int slice = 5;
+    for (; keying->service && milliseconds > slice; milliseconds -= slice)
+        Pass(slice);
+    Pass(milliseconds);
+}
+
+void Desk::Pass(int milliseconds)
+{
+    keying->Advance(milliseconds);
     process_->scheduler.Advance(milliseconds);
     QCoreApplication::processEvents();
 }

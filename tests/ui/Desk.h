@@ -6,6 +6,7 @@
 #include "core/QsoRow.h"
 #include "support/FaultVfs.h"
 #include "support/FixedClock.h"
+#include "support/ManualPacer.h"
 #include "support/ManualScheduler.h"
 #include "support/RecordingPorts.h"
 #include "ui/Program.h"
@@ -102,6 +103,7 @@ public:
     FixedClock clock;
     RecordingDialogs dialogs;
     RecordingPorts ports;
+    std::shared_ptr<ManualPacer::Time> keying = std::make_shared<ManualPacer::Time>(); // moved by Advance()
     QStringList unwritable; // files that cannot be written, by name or by whole path
     std::optional<qint64> room; // bytes that each file written line by line gets before its disk is full
     std::optional<int> ended; // exit code of the process that asked to end
@@ -112,6 +114,8 @@ public:
 private:
     class Files;
     struct Process;
+
+    void Pass(int milliseconds);
 
     FaultVfs::AsDefault layer_;
     QTemporaryDir folder_;

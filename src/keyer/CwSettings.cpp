@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The Tordillo Compact authors
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "contest/CwSettings.h"
+#include "keyer/CwSettings.h"
 
 #include "core/Conversions.h"
 #include "core/Logbook.h"
@@ -47,3 +47,5 @@ Result<void> SaveKeyerSettings(Logbook &logbook, const CwSettings &settings)
 }
 
 QString CwSpeed::Text(int speed) { return u"Vel "_qs + QString::number(speed) + u" ppm"_qs; }
+
+QString CwSpeed::MarkText(int speed) { return u"Vel="_qs + QString::number(speed) + u" ppm"_qs; }

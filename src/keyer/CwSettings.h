@@ -31,4 +31,6 @@ inline constexpr int fastest = 40;
 inline constexpr int start = 20;
 // "Vel 20 ppm".
 QString Text(int speed);
+// "Vel=24 ppm": the speed that a mark in the text has set.
+QString MarkText(int speed);
 } // namespace CwSpeed

@@ -28,6 +28,8 @@ void BenchSearch(const BenchSetting &setting, ResultTable &table);
 void BenchAdif(const BenchSetting &setting, ResultTable &table);
 // The contest: storing, the key stroke in the call, the list of calls, opening, the analysis.
 void BenchContest(const BenchSetting &setting, ResultTable &table);
+// The Morse keyer on a recorded line: edges, drift, processor, keys typed meanwhile.
+void BenchKeyer(const BenchSetting &setting, ResultTable &table);
 
 inline constexpr qint64 smallLog = 1000;
 inline constexpr qint64 middleLog = 20020;

@@ -60,6 +60,7 @@ struct BenchSetting {
     QString program; // the program as users start it
     QString referenceWindow;
     QString searchWindow;
+    QString keyerLine;
 };
 
 // A count with separators: "1,000,000".

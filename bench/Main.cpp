@@ -27,6 +27,7 @@ constexpr Subject subjects[] = {
     {"adif", BenchAdif},
     {"contest", BenchContest},
     {"copy", BenchCopy},
+    {"keyer", BenchKeyer},
 };
 
 QString SubjectNames()
@@ -61,6 +62,7 @@ int main(int argc, char **argv)
     setting.program = parser.value(u"program"_qs);
     setting.referenceWindow = parser.value(u"reference"_qs);
     setting.searchWindow = here + u"/search_window";
+    setting.keyerLine = here + u"/keyer_line";
     if (!QDir().mkpath(setting.cacheFolder))
         GiveUp(u"cannot make the folder "_qs + setting.cacheFolder);
     const QTemporaryDir work(setting.cacheFolder + u"/work-XXXXXX");

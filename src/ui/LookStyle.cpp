@@ -49,6 +49,15 @@ int LookStyle::pixelMetric(PixelMetric metric, const QStyleOption *option, const
     return plain * std::max(base, QFontMetrics(widget->font()).height()) / base;
 }
 
+QSize LookStyle::sizeFromContents(
+    ContentsType type, const QStyleOption *option, const QSize &contents, const QWidget *widget) const
+{
+    const QSize plain = QProxyStyle::sizeFromContents(type, option, contents, widget);
+    if (type != CT_PushButton || !option)
+        return plain;
+    return plain.expandedTo({contents.width() + option->fontMetrics.height() * 5 / 4, 0});
+}
+
 int LookStyle::styleHint(
     StyleHint hint, const QStyleOption *option, const QWidget *widget, QStyleHintReturn *returned) const
 {

@@ -64,6 +64,22 @@ int LookStyle::styleHint(
     return hint == SH_LineEdit_PasswordCharacter ? u'*' : QProxyStyle::styleHint(hint, option, widget, returned);
 }
 
+void LookStyle::drawComplexControl(
+    ComplexControl control, const QStyleOptionComplex *option, QPainter *painter, const QWidget *widget) const
+{
+    const auto *bar = qstyleoption_cast<const QStyleOptionSlider *>(option);
+    if (control != CC_ScrollBar || !bar || !IsDark(*option)) {
+        QProxyStyle::drawComplexControl(control, option, painter, widget);
+        return;
+    }
+    QStyleOptionSlider part = *bar;
+    part.subControls &= ~SC_ScrollBarSlider;
+    QProxyStyle::drawComplexControl(control, &part, painter, widget);
+    part.subControls = bar->subControls & SC_ScrollBarSlider;
+    part.palette.setColor(QPalette::Button, QColor(0x808080));
+    QProxyStyle::drawComplexControl(control, &part, painter, widget);
+}
+
 void LookStyle::drawPrimitive(
     PrimitiveElement element, const QStyleOption *option, QPainter *painter, const QWidget *widget) const
 {

@@ -131,19 +131,19 @@ void TakeContest(Program &program, const std::function<QString(const char *)> &p
     TakeModal(program.windows.ContestLogs(), path("Form8"),
         [&] { static_cast<void>(program.windows.ContestLogs().Choose()); });
     Form4 &form4 = program.windows.Contest();
-    for (const char *mode : {"CW", "SSB"}) {
-        QTimer::singleShot(150, &form4, [&] {
-            auto *modes = form4.findChild<QComboBox *>(u"Combo1"_qs);
-            modes->setCurrentText(QString::fromLatin1(mode));
+    QTimer::singleShot(300, &form4, [&] {
+        auto *modes = form4.findChild<QComboBox *>(u"Combo1"_qs);
+        form4.findChild<QCheckBox *>(u"Check8"_qs)->setChecked(true);
+        // One with contacts of before, one without.
+        for (const auto &[file, call] : {std::pair("Form4_CW", u"LW3EK"_qs), std::pair("Form4_SSB", u"LU1"_qs)}) {
+            modes->setCurrentText(QString::fromLatin1(file).mid(6));
             Q_EMIT modes->activated(modes->currentIndex());
-            form4.findChild<QCheckBox *>(u"Check8"_qs)->setChecked(true);
-            // With a contact of before in Morse, without one by voice.
-            form4.findChild<QLineEdit *>(u"Corresponsal"_qs)
-                ->setText(QLatin1String(mode) == QLatin1String("CW") ? u"LW3EK"_qs : u"LU1"_qs);
-        });
-        const QByteArray name4 = "Form4_"_qba + mode;
-        TakeModal(form4, path(name4.constData()), [&] { form4.Enter({name, SerieType::Incremental, 30}); });
-    }
+            form4.findChild<QLineEdit *>(u"Corresponsal"_qs)->setText(call);
+            Take(form4, path(file));
+        }
+        form4.hide();
+    });
+    form4.Enter({name, SerieType::Incremental, 30});
     const auto last = LastContestQso(program.logbook.Store(), name);
     Form7 &form7 = program.windows.EditContestQso(form4);
     TakeModal(form7, path("Form7"), [&] { static_cast<void>(form7.Edit(**last, 0)); });

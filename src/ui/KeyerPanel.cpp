@@ -133,7 +133,8 @@ void KeyerPanel::Show()
 {
     const CwKeyer::View view = keyer_.Shown();
     // Of a long text the end is what counts.
-    const bool fits = ui_.Label10->fontMetrics().horizontalAdvance(view.sent) <= ui_.Label10->contentsRect().width() - 8;
+    const bool fits =
+        ui_.Label10->fontMetrics().horizontalAdvance(view.sent) <= ui_.Label10->contentsRect().width() - 8;
     ui_.Label10->setAlignment((fits ? Qt::AlignLeft : Qt::AlignRight) | Qt::AlignVCenter);
     ui_.Label10->setText(view.sent);
     ui_.Image1->setVisible(view.keyed);

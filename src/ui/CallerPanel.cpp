@@ -9,12 +9,12 @@ CallerPanel::CallerPanel(QWidget *parent)
     , ui_(std::make_unique<Ui::CallerPanel>())
 {
     ui_->setupUi(this);
+    ui_->sFondo->setBackgroundRole(QPalette::Base);
+    ui_->sFondo->setAutoFillBackground(true);
     sPorcentaje_ = new QWidget(ui_->sFondo);
     sPorcentaje_->setObjectName(u"sPorcentaje"_qs);
     sPorcentaje_->setAutoFillBackground(true);
-    QPalette bar = sPorcentaje_->palette();
-    bar.setColor(QPalette::Window, bar.color(QPalette::Highlight));
-    sPorcentaje_->setPalette(bar);
+    sPorcentaje_->setBackgroundRole(QPalette::Highlight);
     sPorcentaje_->setGeometry(0, 0, 0, ui_->sFondo->height());
 
     QPalette idle = ui_->IndicadorTx->palette();

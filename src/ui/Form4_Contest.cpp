@@ -49,6 +49,9 @@ Form4::Form4(Program &program)
             ui_->Check3, ui_->Check4, ui_->Check5, ui_->Check8, ui_->Check9, ui_->ESM, ui_->RUN, ui_->SYP, ui_->Combo3})
         control->setFocusPolicy(Qt::TabFocus);
     fields_ = std::make_unique<ContestEntryFields>(*ui_);
+    for (QWidget *display : std::initializer_list<QWidget *>{ui_->sFondo, ui_->marcoImage1, ui_->Label10})
+        display->setBackgroundRole(QPalette::Base);
+    ui_->sPorcentaje->setBackgroundRole(QPalette::Highlight);
     master_ = new MasterView(ui_->MCheck, ui_->List1, ui_->List2, this);
     commands_ = new ContestCommands(program, *this);
     log_ = new ContestLogView(program, *ui_, *this);

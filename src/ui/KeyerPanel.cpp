@@ -19,15 +19,6 @@ KeyerPanel::KeyerPanel(Program &program, Ui::Form4 &ui, Window &window)
     , watchdog_(program.scheduler.Make(1000, [this] { keyer_.CheckHold(); }))
 {
     ui_.Combo3->addItems(KeyerPorts());
-    // It is lit and put out without moving its neighbours.
-    ui_.Image1->setText(u"●"_qs);
-    QPalette lit = ui_.Image1->palette();
-    lit.setColor(QPalette::WindowText, QColor(0xE0, 0x20, 0x20));
-    ui_.Image1->setPalette(lit);
-    QSizePolicy kept = ui_.Image1->sizePolicy();
-    kept.setRetainSizeWhenHidden(true);
-    ui_.Image1->setSizePolicy(kept);
-    ui_.Image1->hide();
     Connect();
 }
 
@@ -142,7 +133,8 @@ void KeyerPanel::Show()
 {
     const CwKeyer::View view = keyer_.Shown();
     // Of a long text the end is what counts.
-    const bool fits = ui_.Label10->fontMetrics().horizontalAdvance(view.sent) <= ui_.Label10->width();
+    const bool fits =
+        ui_.Label10->fontMetrics().horizontalAdvance(view.sent) <= ui_.Label10->contentsRect().width() - 8;
     ui_.Label10->setAlignment((fits ? Qt::AlignLeft : Qt::AlignRight) | Qt::AlignVCenter);
     ui_.Label10->setText(view.sent);
     ui_.Image1->setVisible(view.keyed);

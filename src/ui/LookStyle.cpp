@@ -49,10 +49,35 @@ int LookStyle::pixelMetric(PixelMetric metric, const QStyleOption *option, const
     return plain * std::max(base, QFontMetrics(widget->font()).height()) / base;
 }
 
+QSize LookStyle::sizeFromContents(
+    ContentsType type, const QStyleOption *option, const QSize &contents, const QWidget *widget) const
+{
+    const QSize plain = QProxyStyle::sizeFromContents(type, option, contents, widget);
+    if (type != CT_PushButton || !option)
+        return plain;
+    return plain.expandedTo({contents.width() + option->fontMetrics.height() * 5 / 4, 0});
+}
+
 int LookStyle::styleHint(
     StyleHint hint, const QStyleOption *option, const QWidget *widget, QStyleHintReturn *returned) const
 {
     return hint == SH_LineEdit_PasswordCharacter ? u'*' : QProxyStyle::styleHint(hint, option, widget, returned);
+}
+
+void LookStyle::drawComplexControl(
+    ComplexControl control, const QStyleOptionComplex *option, QPainter *painter, const QWidget *widget) const
+{
+    const auto *bar = qstyleoption_cast<const QStyleOptionSlider *>(option);
+    if (control != CC_ScrollBar || !bar || !IsDark(*option)) {
+        QProxyStyle::drawComplexControl(control, option, painter, widget);
+        return;
+    }
+    QStyleOptionSlider part = *bar;
+    part.subControls &= ~SC_ScrollBarSlider;
+    QProxyStyle::drawComplexControl(control, &part, painter, widget);
+    part.subControls = bar->subControls & SC_ScrollBarSlider;
+    part.palette.setColor(QPalette::Button, QColor(0x808080));
+    QProxyStyle::drawComplexControl(control, &part, painter, widget);
 }
 
 void LookStyle::drawPrimitive(

@@ -4,9 +4,9 @@
 
 #include <QProxyStyle>
 
-// Qt's Fusion style with three changes: passwords show "*"; marks, margins and small icons grow with the font of their
-// control, so that a window scaled to a large screen keeps its proportions; and on a dark ground fields and boxes get
-// an edge that is seen.
+// Qt's Fusion style with a few changes: passwords show "*"; marks, margins and small icons grow with the font of their
+// control, so that a window scaled to a large screen keeps its proportions; buttons leave room beside their text; and
+// on a dark ground fields and boxes get an edge, scroll bars a handle that is seen.
 class LookStyle : public QProxyStyle {
     Q_OBJECT
 
@@ -14,8 +14,12 @@ public:
     LookStyle();
 
     int pixelMetric(PixelMetric metric, const QStyleOption *option, const QWidget *widget) const override;
+    QSize sizeFromContents(
+        ContentsType type, const QStyleOption *option, const QSize &contents, const QWidget *widget) const override;
     int styleHint(
         StyleHint hint, const QStyleOption *option, const QWidget *widget, QStyleHintReturn *returned) const override;
+    void drawComplexControl(ComplexControl control, const QStyleOptionComplex *option, QPainter *painter,
+        const QWidget *widget) const override;
     void drawPrimitive(
         PrimitiveElement element, const QStyleOption *option, QPainter *painter, const QWidget *widget) const override;
 };

@@ -6,7 +6,8 @@
 #include <QStringList>
 #include <QTreeView>
 
-// A list in report form: one line a row, columns with titles, the whole row selected, alternating grounds.
+// A list in report form: one line a row, columns with titles, the whole row selected, alternating grounds. A row keeps
+// its ground when others come above it.
 class ReportView : public QTreeView {
     Q_OBJECT
 
@@ -14,6 +15,17 @@ public:
     explicit ReportView(QWidget *parent = nullptr);
 
     // Starting widths in twips (15 a pixel at 96 dpi), widened where a column's title or its text of `samples` would
-    // be cut; a column of width 0 is hidden. After the model is set.
+    // be cut; a column of width 0 is hidden. After the model is set. Where the list is wider than all its columns, they
+    // share the rest in proportion, until the operator drags one.
     void SetColumnTwips(const QList<int> &twips, const QStringList &samples = {});
+
+protected:
+    void drawRow(QPainter *painter, const QStyleOptionViewItem &option, const QModelIndex &index) const override;
+    void resizeEvent(QResizeEvent *event) override;
+
+private:
+    void ShareRoom();
+
+    QList<int> starting_; // pixels at scale 1, 0 for hidden
+    bool dragged_ = false;
 };

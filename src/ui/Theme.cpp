@@ -4,7 +4,6 @@
 
 #include "ui/LookStyle.h"
 
-#include <QAbstractItemView>
 #include <QApplication>
 #include <QFont>
 #include <QToolTip>
@@ -13,8 +12,7 @@
 namespace {
 
 constexpr char darkTheme[] = "darkTheme";
-constexpr char themeMark[] = "themeMark";
-enum Mark { NoMark, AccentMark, ListMark };
+constexpr char accentMark[] = "accentMark";
 
 using Colour = std::pair<QPalette::ColorRole, QRgb>;
 
@@ -67,33 +65,13 @@ constexpr Colour darkColours[] = {
 constexpr QRgb listText = 0x004000;
 constexpr QRgb focusGround = 0xC0C0FF;
 
-// What the dark theme has in light colours, for a ground that is light in both.
-void SetTextsOnLight(QPalette &palette, const QColor &text)
-{
-    for (const auto role : {QPalette::Text, QPalette::ButtonText})
-        palette.setColor(role, text);
-    palette.setColor(QPalette::PlaceholderText, QColor(0x404040));
-    palette.setColor(QPalette::BrightText, QColor(0x900000));
-    palette.setColor(QPalette::Link, QColor(0x0000A0));
-    palette.setColor(QPalette::LinkVisited, QColor(0x501080));
-}
-
 void Repaint(QWidget *widget)
 {
-    const int mark = widget->property(themeMark).toInt();
-    if (mark == AccentMark) {
-        QPalette palette;
-        palette.setColor(QPalette::WindowText, QColor(CurrentTheme() == Theme::Dark ? 0x80FFFF : 0x0000FF));
-        widget->setPalette(palette);
-    } else if (mark == ListMark) {
-        widget->setPalette(ListPalette(CurrentTheme()));
-    }
-}
-
-void SetMark(QWidget *widget, Mark mark)
-{
-    widget->setProperty(themeMark, int(mark));
-    Repaint(widget);
+    if (!widget->property(accentMark).toBool())
+        return;
+    QPalette palette;
+    palette.setColor(QPalette::WindowText, QColor(CurrentTheme() == Theme::Dark ? 0x80FFFF : 0x0000FF));
+    widget->setPalette(palette);
 }
 
 } // namespace
@@ -136,21 +114,21 @@ QPalette ThemePalette(Theme theme)
     return palette;
 }
 
-QPalette ListPalette(Theme theme)
+QPalette ListRowPalette(Theme theme)
 {
-    QPalette palette;
     const bool dark = theme == Theme::Dark;
-    palette.setColor(QPalette::Base, QColor(dark ? 0xB4C0B4 : 0xFFFFFF));
-    palette.setColor(QPalette::AlternateBase, QColor(dark ? 0xA8B6A8 : 0xEEF4EE));
-    SetTextsOnLight(palette, QColor(listText));
-    // The buttons of its head keep the theme's colours.
-    palette.setColor(QPalette::ButtonText, ThemePalette(theme).color(QPalette::ButtonText));
+    QPalette palette = ThemePalette(theme);
+    palette.setColor(QPalette::Base, QColor(dark ? 0x98AC95 : 0xFFFFFF));
+    palette.setColor(QPalette::AlternateBase, QColor(dark ? 0x8FA68C : 0xEEF4EE));
+    palette.setColor(QPalette::Text, QColor(listText));
     return palette;
 }
 
-void MarkAccent(QWidget *label) { SetMark(label, AccentMark); }
-
-void MarkList(QAbstractItemView *list) { SetMark(list, ListMark); }
+void MarkAccent(QWidget *label)
+{
+    label->setProperty(accentMark, true);
+    Repaint(label);
+}
 
 void SetFieldFocused(QWidget *field, bool focused)
 {
@@ -159,7 +137,13 @@ void SetFieldFocused(QWidget *field, bool focused)
         // A combo box that cannot be edited is painted as a button.
         for (const auto role : {QPalette::Base, QPalette::AlternateBase, QPalette::Button})
             palette.setColor(role, QColor(focusGround));
-        SetTextsOnLight(palette, Qt::black);
+        for (const auto role : {QPalette::Text, QPalette::ButtonText})
+            palette.setColor(role, Qt::black);
+        // What the dark theme has in light colours, for a ground that is light in both.
+        palette.setColor(QPalette::PlaceholderText, QColor(0x404040));
+        palette.setColor(QPalette::BrightText, QColor(0x900000));
+        palette.setColor(QPalette::Link, QColor(0x0000A0));
+        palette.setColor(QPalette::LinkVisited, QColor(0x501080));
     }
     field->setPalette(palette);
 }

@@ -4,7 +4,6 @@
 
 #include <QPalette>
 
-class QAbstractItemView;
 class QApplication;
 class QWidget;
 
@@ -16,18 +15,17 @@ enum class Theme { Light, Dark };
 void SetUpLook(QApplication &application);
 
 // Paints all windows, those made later included: light with the colours of an ordinary button face, dark on 0x404040.
-// What is open follows at the next turn of the event loop, marks and grounds below included.
+// What is open follows at the next turn of the event loop, accents and grounds below included.
 void ApplyWindowTheme(Theme theme);
 Theme CurrentTheme();
 
 QPalette ThemePalette(Theme theme);
-// For lists whose cells have the text colour 0x004000 in both themes: a ground on which that reads.
-QPalette ListPalette(Theme theme);
+// For the rows of a list, whose texts are dark green (0x004000) or black in both themes: in the dark theme they stand
+// on the green of a lit display, two shades of it, no brighter than those texts need. The list around them is dark.
+QPalette ListRowPalette(Theme theme);
 
 // The text of this label is an accent (station, operator, grid): blue, on the dark ground light cyan.
 void MarkAccent(QWidget *label);
-// This list is painted by ListPalette.
-void MarkList(QAbstractItemView *list);
 
 // The ground of the field that has the focus, light blue with black text in both themes; false takes it away again,
 // and with it any colours of the widget's own.

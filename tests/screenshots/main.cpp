@@ -36,6 +36,7 @@
 
 #include <QApplication>
 #include <QCheckBox>
+#include <QComboBox>
 #include <QDir>
 #include <QFile>
 #include <QLineEdit>
@@ -125,15 +126,24 @@ void TakeContest(Program &program, const std::function<QString(const char *)> &p
 {
     const QString name = u"CQWW "_qs + QString::number(program.logbook.configuration.Pantalla);
     MakeContest(program.logbook, name);
-    program.master = MasterCheck({u"LU1ABC"_qs, u"LU1ABD"_qs, u"LU7ABC"_qs, u"LU2ABC"_qs});
+    program.master =
+        MasterCheck({u"LU1ABC"_qs, u"LU1ABD"_qs, u"LU7ABC"_qs, u"LU2ABC"_qs, u"LW3EK"_qs, u"LW1EK"_qs, u"LW5EKA"_qs});
     TakeModal(program.windows.ContestLogs(), path("Form8"),
         [&] { static_cast<void>(program.windows.ContestLogs().Choose()); });
     Form4 &form4 = program.windows.Contest();
-    QTimer::singleShot(150, &form4, [&] {
+    QTimer::singleShot(300, &form4, [&] {
+        auto *modes = form4.findChild<QComboBox *>(u"Combo1"_qs);
         form4.findChild<QCheckBox *>(u"Check8"_qs)->setChecked(true);
-        form4.findChild<QLineEdit *>(u"Corresponsal"_qs)->setText(u"LU1ABC"_qs);
+        // One with contacts of before, one without.
+        for (const auto &[file, call] : {std::pair("Form4_CW", u"LW3EK"_qs), std::pair("Form4_SSB", u"LU1"_qs)}) {
+            modes->setCurrentText(QString::fromLatin1(file).mid(6));
+            Q_EMIT modes->activated(modes->currentIndex());
+            form4.findChild<QLineEdit *>(u"Corresponsal"_qs)->setText(call);
+            Take(form4, path(file));
+        }
+        form4.hide();
     });
-    TakeModal(form4, path("Form4"), [&] { form4.Enter({name, SerieType::Incremental, 30}); });
+    form4.Enter({name, SerieType::Incremental, 30});
     const auto last = LastContestQso(program.logbook.Store(), name);
     Form7 &form7 = program.windows.EditContestQso(form4);
     TakeModal(form7, path("Form7"), [&] { static_cast<void>(form7.Edit(**last, 0)); });
@@ -206,7 +216,7 @@ int main(int argc, char **argv)
         Program program{logbook, scheduler, dialogs, windows, lines, MakeThreadPacer,
             [] { QApplication::processEvents(); }, [](int) {}, [](const char *) {}, {}, {}, false, false};
         windows.SetProgram(program);
-        program.dxcc.AddLine(u"LU;;Argentina");
+        program.dxcc.AddLine(u"LW;13;14;SA;Argentina");
         ApplyWindowTheme(dark ? Theme::Dark : Theme::Light);
         const QString ending =
             u"_"_qs + QString::fromLocal8Bit(argv[2]) + (dark ? u"_oscuro.png"_qs : u"_claro.png"_qs);

@@ -6,7 +6,6 @@
 #include <QApplication>
 #include <QLabel>
 #include <QLineEdit>
-#include <QListWidget>
 #include <QTest>
 #include <QToolTip>
 #include <cmath>
@@ -35,6 +34,11 @@ const QList<Pair> fieldPairs = {
     {QPalette::Link, QPalette::Base},
     {QPalette::LinkVisited, QPalette::Base},
     {QPalette::BrightText, QPalette::Base},
+};
+const QList<Pair> rowPairs = {
+    {QPalette::Text, QPalette::Base},
+    {QPalette::Text, QPalette::AlternateBase},
+    {QPalette::HighlightedText, QPalette::Highlight},
 };
 const QList<Pair> windowPairs = fieldPairs
     + QList<Pair>{
@@ -76,12 +80,11 @@ private Q_SLOTS:
         QWidget window;
         auto *label = new QLabel(&window);
         auto *field = new QLineEdit(&window);
-        auto *list = new QListWidget(&window);
         MarkAccent(label);
-        MarkList(list);
+        QCOMPARE(ListRowPalette(CurrentTheme()).color(QPalette::Text), QColor(0x004000));
         for (const auto group : {QPalette::Active, QPalette::Inactive}) {
             CheckContrast(window.palette(), windowPairs, group, 4.5);
-            CheckContrast(list->palette(), fieldPairs, group, 4.5);
+            CheckContrast(ListRowPalette(CurrentTheme()), rowPairs, group, 4.5);
             QVERIFY(
                 Contrast(label->palette().color(group, QPalette::WindowText), window.palette().color(QPalette::Window))
                 >= 4.5);
@@ -101,9 +104,7 @@ private Q_SLOTS:
         QWidget window;
         auto *accent = new QLabel(&window), *plain = new QLabel(&window);
         auto *field = new QLineEdit(&window);
-        auto *list = new QListWidget(&window);
         MarkAccent(accent);
-        MarkList(list);
         SetFieldFocused(field, true);
         window.show();
         QCOMPARE(accent->palette().color(QPalette::WindowText), QColor(0x0000FF));
@@ -115,7 +116,6 @@ private Q_SLOTS:
         QCOMPARE(accent->palette().color(QPalette::WindowText), QColor(0x80FFFF));
         QCOMPARE(accent->palette().color(QPalette::Window), QColor(0x404040));
         QCOMPARE(plain->palette().color(QPalette::WindowText), QColor(0xC0C0C0));
-        QCOMPARE(list->palette().color(QPalette::Base), ListPalette(Theme::Dark).color(QPalette::Base));
         QCOMPARE(field->palette().color(QPalette::Base), QColor(0xC0C0FF));
         SetFieldFocused(field, false);
         QCOMPARE(field->palette().color(QPalette::Base), ThemePalette(Theme::Dark).color(QPalette::Base));

@@ -90,6 +90,10 @@ void RealPlayer::Close()
     if (reading_)
         reading_->Forget();
     reading_.reset();
+    if (media_) {
+        media_->disconnect(this);
+        media_->setSource({}); // Qt 6.4 crashes on destroying a player that still has its medium
+    }
     media_.reset();
     output_.reset();
     content_.close();

@@ -249,6 +249,8 @@ void Desk::Pass(int milliseconds)
     QCoreApplication::processEvents();
 }
 
+CqCaller &Desk::Caller() const { return process_->caller; }
+
 Logbook &Desk::OpenLogbook() const { return process_->logbook; }
 
 // --- What the operator sees and does

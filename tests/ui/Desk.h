@@ -112,6 +112,7 @@ public:
     QStringList marks;
 
     Logbook &OpenLogbook() const;
+    CqCaller &Caller() const;
 
 private:
     class Files;

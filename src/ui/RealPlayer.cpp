@@ -153,10 +153,9 @@ void RealPlayer::Load()
         else if (status == QMediaPlayer::EndOfMedia)
             Ended();
         else if (status == QMediaPlayer::InvalidMedia)
-            Broken(media_->errorString());
+            Broken();
     });
-    connect(media_.get(), &QMediaPlayer::errorOccurred, this,
-        [this](QMediaPlayer::Error, const QString &cause) { Broken(cause); });
+    connect(media_.get(), &QMediaPlayer::errorOccurred, this, &RealPlayer::Broken);
     connect(media_.get(), &QMediaPlayer::positionChanged, this, [this] {
         if (mode_ == Mode::Playing)
             TellLater(&AudioPlayer::StatusUpdate);
@@ -176,10 +175,10 @@ void RealPlayer::Loaded()
     TellLater(&AudioPlayer::Opened);
 }
 
-void RealPlayer::Broken(const QString &cause)
+void RealPlayer::Broken()
 {
     if (mode_ == Mode::Opening)
-        FailOpening(u"El archivo elegido no es un audio que se pueda reproducir.\n"_qs + cause);
+        FailOpening(u"El archivo elegido no es un audio que se pueda reproducir."_qs);
     else
         Ended();
 }

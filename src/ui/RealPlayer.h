@@ -40,7 +40,7 @@ private:
     void Read(const QByteArray &content, const QString &failure);
     void Load();
     void Loaded();
-    void Broken(const QString &cause);
+    void Broken();
     void Ended();
     void FailOpening(const QString &error);
     void TellLater(void (AudioPlayer::*signal)());

@@ -8,11 +8,13 @@
 #include "core/Logbook.h"
 #include "core/QsoTable.h"
 #include "core/Scheduler.h"
+#include "keyer/CqCaller.h"
 #include "keyer/CwKeyer.h"
 #include "ui/Form4_Contest.h"
 #include "ui/KeyerPanel.h"
 #include "ui/Program.h"
 #include "ui/RealDialogs.h"
+#include "ui/RealPlayer.h"
 #include "ui/Theme.h"
 #include "ui/Windows.h"
 
@@ -182,11 +184,13 @@ int main(int argc, char **argv)
     const int master = posix_openpt(O_RDWR | O_NOCTTY);
     if (master < 0 || grantpt(master) != 0 || unlockpt(master) != 0)
         return 2;
-    QFile ports(folder.filePath(u"puertos.ini"_qs));
-    if (!ports.open(QIODevice::WriteOnly))
+    const auto write = [&folder](const QString &name, const QByteArray &content) {
+        QFile file(folder.filePath(name));
+        return file.open(QIODevice::WriteOnly) && file.write(content) == content.size();
+    };
+    if (!write(u"puertos.ini"_qs, "[puertos]\r\nCOM1=" + QByteArray(ptsname(master)) + "\r\n")
+        || !write(u"config.ini"_qs, "Estacion=LU9ZZZ\r\nLogenUso=Log inicial\r\n"))
         return 2;
-    ports.write("[puertos]\r\nCOM1=" + QByteArray(ptsname(master)) + "\r\n");
-    ports.close();
 
     FileSystem files;
     const SystemClock clock;
@@ -195,8 +199,10 @@ int main(int argc, char **argv)
     Logbook logbook(folder.path(), files, clock);
     SystemModemPorts modemPorts;
     SerialLines lines(logbook, modemPorts);
+    RealPlayer player;
+    CqCaller caller(logbook, lines, player, scheduler);
     Windows windows;
-    Program program{logbook, scheduler, dialogs, windows, lines, MakeThreadPacer,
+    Program program{logbook, scheduler, dialogs, windows, lines, MakeThreadPacer, caller,
         [] { QCoreApplication::processEvents(); }, [](int exitCode) { QCoreApplication::exit(exitCode); },
         [](const char *) {}, {}, {}, false, false};
     windows.SetProgram(program);

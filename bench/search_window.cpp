@@ -6,12 +6,14 @@
 
 #include "core/Logbook.h"
 #include "core/Scheduler.h"
+#include "keyer/CqCaller.h"
 #include "keyer/KeyerPacer.h"
 #include "keyer/SerialLines.h"
 #include "ui/Form1_Main.h"
 #include "ui/Form6_Search.h"
 #include "ui/Program.h"
 #include "ui/RealDialogs.h"
+#include "ui/RealPlayer.h"
 #include "ui/Theme.h"
 #include "ui/Windows.h"
 
@@ -119,8 +121,10 @@ int main(int argc, char **argv)
     logbook.LogInUse = QString::fromLocal8Bit(argv[2]);
     SystemModemPorts ports;
     SerialLines lines(logbook, ports);
+    RealPlayer player;
+    CqCaller caller(logbook, lines, player, scheduler);
     Windows windows;
-    Program program{logbook, scheduler, dialogs, windows, lines, MakeThreadPacer,
+    Program program{logbook, scheduler, dialogs, windows, lines, MakeThreadPacer, caller,
         [] { QCoreApplication::processEvents(); }, [](int exitCode) { QCoreApplication::exit(exitCode); },
         [](const char *) {}, {}, {}, false, false};
     windows.SetProgram(program);

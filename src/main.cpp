@@ -3,11 +3,13 @@
 #include "core/Logbook.h"
 #include "core/ProgramFolder.h"
 #include "core/Scheduler.h"
+#include "keyer/CqCaller.h"
 #include "keyer/KeyerPacer.h"
 #include "keyer/SerialLines.h"
 #include "ui/Form1_Main.h"
 #include "ui/Program.h"
 #include "ui/RealDialogs.h"
+#include "ui/RealPlayer.h"
 #include "ui/Spanish.h"
 #include "ui/Theme.h"
 #include "ui/Windows.h"
@@ -25,6 +27,7 @@ class Application : public QApplication {
 public:
     using QApplication::QApplication;
     Dialogs *dialogs = nullptr;
+    std::function<void()> silence; // nothing is on the air while the operator reads what went wrong
 
     bool notify(QObject *receiver, QEvent *event) override
     {
@@ -43,6 +46,8 @@ private:
     {
         if (dialogs && !ending_) {
             ending_ = true;
+            if (silence)
+                silence();
             dialogs->Message(nullptr,
                 u"Ocurrió un error inesperado y el programa va a cerrarse. Los QSOs guardados no se pierden.\n\n"_qs
                     + what,
@@ -87,8 +92,11 @@ int RunProgram(Application &application)
     Logbook logbook(folder, files, clock);
     SystemModemPorts ports;
     SerialLines lines(logbook, ports);
+    RealPlayer player;
+    CqCaller caller(logbook, lines, player, scheduler);
+    application.silence = [&caller] { caller.Escape(); };
     Windows windows;
-    Program program{logbook, scheduler, dialogs, windows, lines, MakeThreadPacer,
+    Program program{logbook, scheduler, dialogs, windows, lines, MakeThreadPacer, caller,
         [] { QCoreApplication::processEvents(); }, [](int exitCode) { QCoreApplication::exit(exitCode); }, Mark, {}, {},
         false, false};
     windows.SetProgram(program);

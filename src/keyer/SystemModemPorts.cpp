@@ -15,6 +15,7 @@ public:
         : port_(std::move(port))
         , handle_(port_->handle())
     {
+        PlatformLine::LowerBoth(handle_); // in one go: opening has raised both
         Lower();
         PlatformLine::HangUpOnClose(handle_);
     }

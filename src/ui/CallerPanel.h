@@ -5,6 +5,7 @@
 #include <QWidget>
 #include <memory>
 
+class CqCaller;
 namespace Ui {
 class CallerPanel;
 }
@@ -19,10 +20,9 @@ class CallerPanel : public QWidget {
     Q_OBJECT
 
 public:
-    explicit CallerPanel(QWidget *parent = nullptr);
+    CallerPanel(CqCaller &caller, QWidget *parent);
     ~CallerPanel() override;
 
 private:
     std::unique_ptr<Ui::CallerPanel> ui_;
-    QWidget *sPorcentaje_;
 };

@@ -4,6 +4,7 @@
 
 #include "core/Conversions.h"
 #include "core/Schema.h"
+#include "keyer/CqCaller.h"
 #include "logging/EntryTime.h"
 #include "ui/CallerPanel.h"
 #include "ui/EntryPanel.h"
@@ -55,7 +56,7 @@ Form1::Form1(Program &program)
     , menu_(new MainMenu(this))
     , entry_(new EntryPanel(program, this))
     , satellite_(new SatellitePanel(program, this))
-    , caller_(new CallerPanel(entry_))
+    , caller_(new CallerPanel(program.caller, entry_))
     , list_(new LogListPanel(program, this))
     , startUp_(std::make_unique<StartUp>(program, *this, *entry_, *satellite_))
 {
@@ -243,12 +244,17 @@ bool Form1::PreviewKey(QKeyEvent *event)
     case Qt::Key_End:
         list_->LastPage();
         return true;
+    case Qt::Key_F1:
+        if (!event->isAutoRepeat())
+            program_.caller.Start(CqCaller::From::Main);
+        return true;
     case Qt::Key_F5:
         if (!event->isAutoRepeat())
             OpenEditLast();
         return true;
     case Qt::Key_Escape:
         program_.logbook.LongWork().CancelAll();
+        program_.caller.Escape();
         return true;
     default:
         break;
@@ -396,6 +402,7 @@ void Form1::OpenSettings()
     LoadConfig(program_.logbook);
     ShowConfiguration();
     program_.windows.Settings().FillLists();
+    program_.windows.Settings().OpenPort(this);
     program_.windows.Settings().ShowSettings();
     ShowCaptions();
 }
@@ -459,6 +466,7 @@ bool Form1::MayClose()
 void Form1::Leave()
 {
     leaving_ = true;
+    program_.caller.Escape();
     program_.processEvents();
     entry_->SaveExitMemory();
     program_.end(0);

@@ -2,8 +2,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/Form2_Settings.h"
 
+#include "keyer/CqCaller.h"
 #include "logging/CallInfo.h"
 #include "logging/EntryRules.h"
+#include "ui/CallerView.h"
 #include "ui/FieldFilter.h"
 #include "ui/Form1_Main.h"
 #include "ui/Program.h"
@@ -15,6 +17,7 @@
 #include <QIcon>
 #include <QKeyEvent>
 #include <QScreen>
+#include <utility>
 
 using EntryRules::KeyFilter;
 
@@ -69,10 +72,10 @@ Form2::Form2(Program &program, QWidget *owner)
     filter(ui_->Text4, KeyFilter::Grid);
     for (const TextSetting &setting : texts)
         ShowFocusOn({ui_.get()->*setting.field});
-    for (QPushButton *later : {ui_->Command4, ui_->Command6, ui_->Command7, ui_->Command8})
-        later->setEnabled(false);
+    ui_->Command4->setEnabled(false);
     Bind();
     BindLines();
+    BindCaller();
     BindPasswords();
     CaptureLayout(this);
     FitToScreen(this, screen()->availableSize(), true);
@@ -116,6 +119,68 @@ void Form2::BindLines()
     };
     connect(ui_->RTS, &QCheckBox::clicked, this, choose);
     connect(ui_->DTR, &QCheckBox::clicked, this, [choose](bool on) { choose(!on); });
+}
+
+void Form2::BindCaller()
+{
+    CqCaller &caller = program_.caller;
+    new CallerView(caller, ui_->sFondo, nullptr);
+    ui_->AvisoAudio->hide();
+    connect(ui_->Command6, &QPushButton::clicked, this, [this, &caller] {
+        ui_->AvisoAudio->hide();
+        caller.Start(CqCaller::From::Test);
+    });
+    connect(ui_->Command7, &QPushButton::clicked, this, [this, &caller] {
+        if (!caller.StopTest())
+            return;
+        stopHadFocus_ = ui_->Command7->hasFocus();
+        ui_->Command7->setEnabled(false);
+    });
+    connect(&caller, &CqCaller::Done, this, [this](CqCaller::From from) {
+        if (from != CqCaller::From::Test)
+            return;
+        ui_->Command7->setEnabled(true);
+        if (std::exchange(stopHadFocus_, false))
+            ui_->Command7->setFocus();
+    });
+    connect(&caller, &CqCaller::Refused, this, [this](const QString &why) {
+        ui_->AvisoAudio->setText(why);
+        ui_->AvisoAudio->setVisible(isVisible());
+    });
+    connect(ui_->Puerto, &QComboBox::activated, this, [this] { OpenPort(this); });
+    connect(ui_->Command8, &QPushButton::pressed, this, [this, &caller] {
+        pttTest_ = true;
+        caller.PttOn(caller.Line());
+    });
+    connect(ui_->Command8, &QPushButton::released, this, [this, &caller] {
+        pttTest_ = false;
+        caller.PttOff(caller.Line());
+    });
+}
+
+void Form2::OpenPort(QWidget *owner)
+{
+    QString &port = program_.logbook.configuration.Puerto;
+    if (program_.LoadingMainWindow || port.isEmpty())
+        return;
+    const QString wanted = port;
+    if (const Result<void> opened = program_.caller.OpenPort(); !opened) {
+        port = u"NINGUNO"_qs;
+        ui_->Puerto->setCurrentText(port);
+        dialogs().Message(owner,
+            u"%1: %2\n\nEl PTT del llamador queda en NINGUNO. "
+            u"Cuando el puerto esté listo, elíjalo de nuevo en Configuración."_qs.arg(wanted, opened.failure().text));
+    }
+}
+
+void Form2::hideEvent(QHideEvent *event)
+{
+    if (std::exchange(pttTest_, false))
+        program_.caller.PttOff(program_.caller.Line());
+    program_.caller.Leave(CqCaller::From::Test);
+    ui_->Command7->setEnabled(true);
+    ui_->AvisoAudio->hide();
+    Window::hideEvent(event);
 }
 
 void Form2::BindPasswords()

@@ -28,6 +28,7 @@ class Form2;
 // | Text8, Text7                | LdA lookup account                        |                                |
 // | Text9, Text10               | eQSL account                              |                                |
 // | Label6, Command5 to 7       | audio file of the caller: choose, try out |                                |
+// | sFondo, AvisoAudio          | how much is played, why it cannot be      |                                |
 // | Puerto, RTS, DTR            | serial port and line; Command8 tries them |                                |
 // | Combo1, Combo2              | milliseconds of PTT before and after      |                                |
 // | Command3, Image1, 2, 3      | show a password while held                |                                |
@@ -42,6 +43,9 @@ public:
     void FillLists();
     // Puts the configuration into the controls and shows the window until it is left.
     void ShowSettings();
+    // Opens the port that the configuration tells, with its lines open; one that is empty is left alone. When that
+    // fails it is told over `owner`, and the caller goes on without a port ("NINGUNO").
+    void OpenPort(QWidget *owner);
     // The theme that the configuration tells.
     void ApplyTheme();
 
@@ -50,10 +54,12 @@ protected:
     void FieldEntered(QWidget *field) override;
     void FieldLeft(QWidget *field) override;
     bool MayClose() override { return false; }
+    void hideEvent(QHideEvent *event) override;
 
 private:
     void Bind();
     void BindLines();
+    void BindCaller();
     void BindPasswords();
     void ShowConfiguration();
     bool FieldsAreGood();
@@ -65,5 +71,7 @@ private:
 
     Program &program_;
     std::unique_ptr<Ui::Form2> ui_;
+    bool pttTest_ = false; // Command8 is held
+    bool stopHadFocus_ = false; // when Command7 was disabled
     bool showing_ = false; // while the configuration is put into the controls
 };

@@ -6,6 +6,7 @@
 #include "logging/BandPlan.h"
 #include "logging/EntryRules.h"
 #include "ui/Choice.h"
+#include "ui/ContestCaller.h"
 #include "ui/ContestClock.h"
 #include "ui/ContestCommands.h"
 #include "ui/ContestEntryFields.h"
@@ -49,13 +50,13 @@ Form4::Form4(Program &program)
             ui_->Check3, ui_->Check4, ui_->Check5, ui_->Check8, ui_->Check9, ui_->ESM, ui_->RUN, ui_->SYP, ui_->Combo3})
         control->setFocusPolicy(Qt::TabFocus);
     fields_ = std::make_unique<ContestEntryFields>(*ui_);
-    for (QWidget *display : std::initializer_list<QWidget *>{ui_->sFondo, ui_->marcoImage1, ui_->Label10})
+    for (QWidget *display : std::initializer_list<QWidget *>{ui_->marcoImage1, ui_->Label10})
         display->setBackgroundRole(QPalette::Base);
-    ui_->sPorcentaje->setBackgroundRole(QPalette::Highlight);
     master_ = new MasterView(ui_->MCheck, ui_->List1, ui_->List2, this);
     commands_ = new ContestCommands(program, *this);
     log_ = new ContestLogView(program, *ui_, *this);
-    keyer_ = new KeyerPanel(program, *ui_, *this);
+    caller_ = std::make_unique<ContestCaller>(program.caller, ui_->sFondo, ui_->Label8);
+    keyer_ = new KeyerPanel(program, *ui_, *this, [this] { return caller_->MainHoldsPort(); });
     macros_ = new MacroPanel(
         program, *ui_, *keyer_, [this] { return Store(); }, this);
     clock_ = new ContestClock(program, {ui_->Check2, ui_->Fecha, ui_->Hora}, this);
@@ -290,6 +291,7 @@ void Form4::ModeChosen()
         macros_->SwitchOff();
         keyer_->Stop();
         keyer_->ReleaseKey();
+        caller_->ModeLeftCw();
     }
     ShowPanels();
     log_->ShowDuplicates();
@@ -384,6 +386,8 @@ bool Form4::SendKey(QKeyEvent *event)
         TypeText();
     else if (InCw())
         macros_->SendMacro(key - Qt::Key_F1);
+    else if (key == Qt::Key_F1)
+        caller_->Start();
     return true;
 }
 
@@ -404,8 +408,11 @@ bool Form4::event(QEvent *event)
 void Form4::Escape()
 {
     program_.logbook.LongWork().CancelAll();
-    if (!InCw())
+    if (!InCw()) {
+        keyer_->Stop();
+        caller_->Escape();
         return;
+    }
     log_->HideDuplicates();
     macros_->StopAutoCq();
     keyer_->Escape();
@@ -445,6 +452,7 @@ bool Form4::Leave(bool askForCall)
         return false;
     if (const QString trouble = keyer_->Close(); !trouble.isEmpty())
         dialogs().Message(this, trouble);
+    caller_->Leave();
     leaving_ = true;
     return true;
 }

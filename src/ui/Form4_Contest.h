@@ -9,6 +9,7 @@
 #include <memory>
 
 struct Program;
+class ContestCaller;
 class ContestClock;
 class ContestCommands;
 class ContestEntryFields;
@@ -39,6 +40,7 @@ class Form4;
 // | Check8, Frame2, MCheck      | MasterCheck                                |                       |
 // | macros_0 to 6, ESM, RUN ... | see MacroPanel                             |                       |
 // | HScroll1, Combo3, Label10 ... | see KeyerPanel                           |                       |
+// | Label13, sFondo, Label8     | recorded CQ of the other modes: caption, played part, line |       |
 // | Command5                    | editor of the macros                       |                       |
 // | Command1, 2, 4, IMP_C_FT8   | Cabrillo, ADIF, general log, Cabrillo in   |                       |
 //
@@ -96,6 +98,7 @@ private:
     MasterView *master_;
     ContestCommands *commands_;
     ContestLogView *log_;
+    std::unique_ptr<ContestCaller> caller_;
     KeyerPanel *keyer_;
     MacroPanel *macros_;
     ContestClock *clock_;

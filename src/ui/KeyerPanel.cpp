@@ -10,11 +10,12 @@
 
 #include <algorithm>
 
-KeyerPanel::KeyerPanel(Program &program, Ui::Form4 &ui, Window &window)
+KeyerPanel::KeyerPanel(Program &program, Ui::Form4 &ui, Window &window, std::function<bool()> portTaken)
     : QObject(&window)
     , program_(program)
     , ui_(ui)
     , window_(window)
+    , portTaken_(std::move(portTaken))
     , keyer_(program.lines, program.makePacer())
     , watchdog_(program.scheduler.Make(1000, [this] { keyer_.CheckHold(); }))
 {
@@ -28,7 +29,7 @@ void KeyerPanel::Connect()
     connect(ui_.Check3, &QCheckBox::clicked, this, &KeyerPanel::ChooseLine);
     connect(ui_.Check4, &QCheckBox::clicked, this, [this](bool rts) { ChooseLine(!rts); });
     connect(ui_.Combo3, &QComboBox::activated, this, [this] {
-        if (!portTaken_)
+        if (!portTaken_())
             ChoosePort();
         Q_EMIT Used();
     });
@@ -54,7 +55,7 @@ void KeyerPanel::Open()
     ui_.Check4->setChecked(!settings.dtr);
     keyer_.SetLine(settings.dtr ? ModemLine::DTR : ModemLine::RTS);
     keyer_.ClearStop();
-    if (!portTaken_)
+    if (!portTaken_())
         ChoosePort();
     ui_.HScroll1->setValue(CwSpeed::start);
     keyer_.SetSpeed(CwSpeed::start);

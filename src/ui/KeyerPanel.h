@@ -27,7 +27,8 @@ class KeyerPanel : public QObject {
     Q_OBJECT
 
 public:
-    KeyerPanel(Program &program, Ui::Form4 &ui, Window &window);
+    // While `portTaken` says so the caller of the recorded CQ holds the port, and none is chosen.
+    KeyerPanel(Program &program, Ui::Form4 &ui, Window &window, std::function<bool()> portTaken);
 
     // Port, line and speed as they stand at the opening of a contest; opens the port.
     void Open();
@@ -44,8 +45,6 @@ public:
     void ChangeSpeed(int by);
     void PressKey() { keyer_.CwKeyDown(); }
     void ReleaseKey() { keyer_.CwKeyUp(); }
-    // While the caller of the recorded CQ holds the port, a choice of a port does nothing.
-    void SetPortTaken(bool taken) { portTaken_ = taken; }
 
     CwKeyer &Keyer() { return keyer_; }
 
@@ -64,10 +63,10 @@ private:
     Program &program_;
     Ui::Form4 &ui_;
     Window &window_;
+    std::function<bool()> portTaken_;
     CwKeyer keyer_;
     std::unique_ptr<Scheduler::Timer> watchdog_;
     int SavedSpeed_ = 20;
     bool CwSpeedMark_ = false; // the text moves the speed bar; the focus stays
-    bool portTaken_ = false;
     bool leaving_ = false; // the port goes when the character in hand has ended
 };

@@ -9,6 +9,7 @@
 
 #include <functional>
 
+class CqCaller;
 class Dialogs;
 class KeyerPacer;
 class SerialLines;
@@ -22,6 +23,7 @@ struct Program {
     Windows &windows;
     SerialLines &lines;
     std::function<std::unique_ptr<KeyerPacer>()> makePacer; // who keys the transmitter in time
+    CqCaller &caller;
     std::function<void()> processEvents; // one round of the event loop
     std::function<void(int exitCode)> end; // leaves the event loop; nothing is saved on the way
     std::function<void(const char *name)> mark; // for the measures of script/bench

@@ -134,4 +134,6 @@ void StartUp::SecondHalf()
     window_.SetArchivoMenu(true);
     program_.scheduler.WhenIdle([this] { program_.mark("page-shown"); });
     care_.AfterFirstPage();
+    // Behind the page and behind what the operator is in the middle of: a port that is not there brings up a message.
+    program_.scheduler.WhenIdle([this, &settings] { settings.OpenPort(&window_); });
 }

@@ -169,13 +169,16 @@ private:
             int(room.sides[3].Rescale(now.bottom(), from, to)));
         if (margins != now)
             layout->setContentsMargins(margins);
+        // Setting the same room again would ask for a new layout, and that for its scaling, without end.
+        const auto rescaled = [&](size_t which, int gap) { return int(room.gaps[which].Rescale(gap, from, to)); };
         if (auto *grid = qobject_cast<QGridLayout *>(layout)) {
-            if (grid->horizontalSpacing() > 0)
-                grid->setHorizontalSpacing(int(room.gaps[0].Rescale(grid->horizontalSpacing(), from, to)));
-            if (grid->verticalSpacing() > 0)
-                grid->setVerticalSpacing(int(room.gaps[1].Rescale(grid->verticalSpacing(), from, to)));
-        } else if (layout->spacing() > 0) {
-            layout->setSpacing(int(room.gaps[0].Rescale(layout->spacing(), from, to)));
+            const int across = grid->horizontalSpacing(), down = grid->verticalSpacing();
+            if (across > 0 && rescaled(0, across) != across)
+                grid->setHorizontalSpacing(rescaled(0, across));
+            if (down > 0 && rescaled(1, down) != down)
+                grid->setVerticalSpacing(rescaled(1, down));
+        } else if (const int gap = layout->spacing(); gap > 0 && rescaled(0, gap) != gap) {
+            layout->setSpacing(rescaled(0, gap));
         }
     }
 

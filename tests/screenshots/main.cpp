@@ -6,6 +6,7 @@
 #include "contest/ContestLogs.h"
 #include "contest/ContestLookup.h"
 #include "core/Logbook.h"
+#include "keyer/CqCaller.h"
 #include "keyer/KeyerPacer.h"
 #include "keyer/SerialLines.h"
 #include "logging/LogNames.h"
@@ -30,6 +31,7 @@
 #include "ui/Form8_ContestLogs.h"
 #include "ui/Program.h"
 #include "ui/RealDialogs.h"
+#include "ui/RealPlayer.h"
 #include "ui/Spanish.h"
 #include "ui/Theme.h"
 #include "ui/Windows.h"
@@ -212,8 +214,10 @@ int main(int argc, char **argv)
         Logbook logbook(folder.path(), files, clock);
         SetUpStation(logbook, dark);
         SerialLines lines(logbook, ports);
+        RealPlayer player;
+        CqCaller caller(logbook, lines, player, scheduler);
         Windows windows;
-        Program program{logbook, scheduler, dialogs, windows, lines, MakeThreadPacer,
+        Program program{logbook, scheduler, dialogs, windows, lines, MakeThreadPacer, caller,
             [] { QApplication::processEvents(); }, [](int) {}, [](const char *) {}, {}, {}, false, false};
         windows.SetProgram(program);
         program.dxcc.AddLine(u"LW;13;14;SA;Argentina");

@@ -3,6 +3,7 @@
 #include "Desk.h"
 
 #include "core/QsoTable.h"
+#include "keyer/CqCaller.h"
 #include "keyer/SerialLines.h"
 #include "support/FailingDevice.h"
 #include "ui/Form1_Main.h"
@@ -76,10 +77,11 @@ struct Desk::Process {
     explicit Process(Desk &desk)
         : logbook(desk.folder_.path(), *desk.files_, desk.clock)
         , lines(logbook, desk.ports)
+        , caller(logbook, lines, desk.player, scheduler)
         , windows(std::make_unique<Windows>())
         , program{logbook, scheduler, desk.dialogs, *windows, lines,
-              [&desk] { return std::make_unique<ManualPacer>(desk.keying); }, [] { QCoreApplication::processEvents(); },
-              [&desk](int exitCode) { desk.ended = exitCode; },
+              [&desk] { return std::make_unique<ManualPacer>(desk.keying); }, caller,
+              [] { QCoreApplication::processEvents(); }, [&desk](int exitCode) { desk.ended = exitCode; },
               [&desk](const char *name) { desk.marks << QString::fromLatin1(name); }, {}, {}, false, false}
     {
         windows->SetProgram(program);
@@ -89,6 +91,7 @@ struct Desk::Process {
     ManualScheduler scheduler;
     Logbook logbook;
     SerialLines lines;
+    CqCaller caller;
     std::unique_ptr<Windows> windows;
     Program program;
 };
@@ -245,6 +248,8 @@ void Desk::Pass(int milliseconds)
     process_->scheduler.Advance(milliseconds);
     QCoreApplication::processEvents();
 }
+
+CqCaller &Desk::Caller() const { return process_->caller; }
 
 Logbook &Desk::OpenLogbook() const { return process_->logbook; }
 

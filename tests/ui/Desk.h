@@ -8,6 +8,7 @@
 #include "support/FixedClock.h"
 #include "support/ManualPacer.h"
 #include "support/ManualScheduler.h"
+#include "support/RecordingPlayer.h"
 #include "support/RecordingPorts.h"
 #include "ui/Program.h"
 
@@ -104,12 +105,14 @@ public:
     RecordingDialogs dialogs;
     RecordingPorts ports;
     std::shared_ptr<ManualPacer::Time> keying = std::make_shared<ManualPacer::Time>(); // moved by Advance()
+    RecordingPlayer player;
     QStringList unwritable; // files that cannot be written, by name or by whole path
     std::optional<qint64> room; // bytes that each file written line by line gets before its disk is full
     std::optional<int> ended; // exit code of the process that asked to end
     QStringList marks;
 
     Logbook &OpenLogbook() const;
+    CqCaller &Caller() const;
 
 private:
     class Files;

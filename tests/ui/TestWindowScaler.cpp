@@ -109,6 +109,31 @@ private Q_SLOTS:
         QCOMPARE(list_->columnWidth(1), 67);
     }
 
+    // A window at rest costs nothing: each layout asked for by the scaling would ask for the next.
+    void AWindowAtRestStaysAtRest()
+    {
+        auto *grid = static_cast<QGridLayout *>(window_->layout());
+        grid->setHorizontalSpacing(9);
+        auto *row = new QHBoxLayout;
+        row->setSpacing(7);
+        row->addWidget(new QLabel(u"QTR"_qs));
+        grid->addLayout(row, 2, 0);
+        window_->show();
+        Resize(1400, 760);
+        class : public QObject {
+        public:
+            int layouts = 0;
+            bool eventFilter(QObject *, QEvent *event) override
+            {
+                layouts += event->type() == QEvent::LayoutRequest;
+                return false;
+            }
+        } watch;
+        window_->installEventFilter(&watch);
+        Resize(1400, 760);
+        QCOMPARE(watch.layouts, 0);
+    }
+
     void ContentThatNeedsMoreRoomIsScaledLess()
     {
         window_->show();

@@ -8,6 +8,7 @@
 #include "ui/CallerView.h"
 #include "ui/FieldFilter.h"
 #include "ui/Form1_Main.h"
+#include "ui/KeyerTest.h"
 #include "ui/Program.h"
 #include "ui/Theme.h"
 #include "ui/WindowScaler.h"
@@ -107,6 +108,8 @@ void Form2::Bind()
     connect(ui_->Command1, &QPushButton::clicked, this, &Form2::Save);
     connect(ui_->Command2, &QPushButton::clicked, this, &Form2::Cancel);
     connect(ui_->Command5, &QPushButton::clicked, this, &Form2::ChooseAudio);
+    connect(
+        ui_->ProbarManipulador, &QPushButton::clicked, this, [this] { program_.windows.TestKeyer(*this).ShowTest(); });
 }
 
 void Form2::BindLines()

@@ -30,6 +30,7 @@ class Form2;
 // | Label6, Command5 to 7       | audio file of the caller: choose, try out |                                |
 // | sFondo, AvisoAudio          | how much is played, why it cannot be      |                                |
 // | Puerto, RTS, DTR            | serial port and line; Command8 tries them |                                |
+// | ProbarManipulador           | opens the trial of the Morse keyer        |                                |
 // | Combo1, Combo2              | milliseconds of PTT before and after      |                                |
 // | Command3, Image1, 2, 3      | show a password while held                |                                |
 class Form2 : public Window {

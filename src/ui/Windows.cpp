@@ -22,6 +22,7 @@
 #include "ui/Form7_EditContestQso.h"
 #include "ui/Form8_ContestLogs.h"
 #include "ui/Form9_CabrilloHeader.h"
+#include "ui/KeyerTest.h"
 #include "ui/Program.h"
 
 #include <QtGlobal>
@@ -67,5 +68,6 @@ Form12 &Windows::AdifImport() { return Made(form12_, *program_, &Main()); }
 Form15 &Windows::Backup() { return Made(form15_, *program_, &Main()); }
 Form20 &Windows::Macros(QWidget &owner) { return Made(form20_, program_->logbook, program_->dialogs, &owner); }
 Form22 &Windows::Keyboard(QWidget &owner) { return Made(form22_, program_->dialogs, &owner); }
+KeyerTest &Windows::TestKeyer(QWidget &owner) { return Made(keyerTest_, *program_, &owner); }
 Form21 &Windows::PhoneImportHelp(QWidget &owner) { return Made(form21_, program_->dialogs, &owner); }
 Form17 &Windows::CallQsos() { return Made(form17_, program_->dialogs, &Main()); }

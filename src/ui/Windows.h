@@ -26,6 +26,7 @@ class Form19;
 class Form20;
 class Form21;
 class Form22;
+class KeyerTest;
 class QWidget;
 
 // Makes each window once, on first use, and keeps it until the program ends.
@@ -58,6 +59,7 @@ public:
     Form20 &Macros(QWidget &owner);
     Form21 &PhoneImportHelp(QWidget &owner);
     Form22 &Keyboard(QWidget &owner);
+    KeyerTest &TestKeyer(QWidget &owner);
 
 private:
     Program *program_ = nullptr;
@@ -81,4 +83,5 @@ private:
     std::unique_ptr<Form20> form20_;
     std::unique_ptr<Form21> form21_;
     std::unique_ptr<Form22> form22_;
+    std::unique_ptr<KeyerTest> keyerTest_;
 };

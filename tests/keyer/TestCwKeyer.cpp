@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Tordillo Compact authors
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "core/Logbook.h"
-#include "keyer/CwKeyer.h"
+#include "keyer/KeyerReport.h"
 #include "support/FixedClock.h"
 #include "support/ManualPacer.h"
 #include "support/RecordingPorts.h"
@@ -221,6 +221,19 @@ private Q_SLOTS:
         Advance(1000);
         QCOMPARE(Edges(), QString());
         QCOMPARE(lost.size(), 1);
+    }
+
+    void WhatATrialSays()
+    {
+        const auto said = [](double mean, double largest, bool realTime, const QString &hint) {
+            return ReportTiming({12, mean, largest}, realTime, hint);
+        };
+        const KeyerReport good = said(60, 1240, false, u"lento"_qs);
+        QCOMPARE(good.figures, u"Flancos: 12     Error medio: 0,06 ms     Error mayor: 1,24 ms"_qs);
+        QCOMPARE(good.advice, u"La manipulación es buena."_qs);
+        const QString slow = said(60, 2100, false, u"lento"_qs).advice;
+        QVERIFY(slow.contains(u"\nlento\n") && slow.contains(u"rtprio"));
+        QVERIFY(said(600, 900, true, {}).advice.contains(u"otro adaptador"));
     }
 
     // The end of the program in the middle of a dash.

@@ -322,6 +322,40 @@ private Q_SLOTS:
         });
     }
 
+    void TrialInTheSettings()
+    {
+        desk_->Write(u"varCW.cfg"_qs, "COM3\r\n 0 \r\n");
+        desk_->Furnish();
+        desk_->Start();
+        desk_->InModal([&] { desk_->Menu("conf"); },
+            [&] {
+                Lines();
+                desk_->InModal([&] { desk_->Click(u"ProbarManipulador"_qs); },
+                    [&] {
+                        desk_->ports.refused[u"/dev/ttyS2"_qs] = {u"No hay permiso"_qs};
+                        desk_->Click(u"probar"_qs);
+                        QCOMPARE(desk_->Texts({u"resultado"_qs, u"consejo"_qs}), u"|No hay permiso"_qs);
+                        desk_->ports.refused.clear();
+                        desk_->Fill(u"texto"_qs, u"e"_qs);
+                        desk_->Click(u"probar"_qs);
+                        QVERIFY(!desk_->Find(u"probar"_qs)->isEnabled());
+                        desk_->Advance(500);
+                        QCOMPARE(Lines(), u"open ttyS2, ttyS2 RTS 1, ttyS2 RTS 0, close ttyS2"_qs);
+                        QCOMPARE(desk_->Texts({u"resultado"_qs, u"consejo"_qs}),
+                            u"Flancos: 2     Error medio: 0,00 ms     Error mayor: 0,00 ms|La manipulación es buena."_qs);
+                        desk_->ports.gone << u"/dev/ttyS2"_qs;
+                        desk_->Fill(u"texto"_qs, u"eeeeee"_qs);
+                        desk_->Click(u"probar"_qs);
+                        desk_->Advance(100);
+                        desk_->Press(Qt::Key_Escape); // stops the trial, not the window
+                        desk_->Advance(500);
+                        QVERIFY(desk_->Text(u"consejo"_qs).contains(u"dejó de responder"));
+                        desk_->Press(Qt::Key_Escape);
+                    });
+                desk_->Click(u"Command1"_qs);
+            });
+    }
+
     // Leaving in the middle of a text: the character ends, then the port goes.
     void LeavingStops()
     {

@@ -21,7 +21,9 @@
 #include "ui/Form16_Profiles.h"
 #include "ui/Form17_CallQsos.h"
 #include "ui/Form1_Main.h"
+#include "ui/Form20_Macros.h"
 #include "ui/Form21_PhoneImportHelp.h"
+#include "ui/Form22_Keyboard.h"
 #include "ui/Form2_Settings.h"
 #include "ui/Form3_OpenLog.h"
 #include "ui/Form4_Contest.h"
@@ -29,6 +31,8 @@
 #include "ui/Form6_Search.h"
 #include "ui/Form7_EditContestQso.h"
 #include "ui/Form8_ContestLogs.h"
+#include "ui/KeyerPanel.h"
+#include "ui/KeyerTest.h"
 #include "ui/Program.h"
 #include "ui/RealDialogs.h"
 #include "ui/RealPlayer.h"
@@ -42,6 +46,7 @@
 #include <QDir>
 #include <QFile>
 #include <QLineEdit>
+#include <QPlainTextEdit>
 #include <QTemporaryDir>
 #include <QTimer>
 #include <functional>
@@ -148,6 +153,15 @@ void TakeContest(Program &program, const std::function<QString(const char *)> &p
     form4.Enter({name, SerieType::Incremental, 30});
     const auto last = LastContestQso(program.logbook.Store(), name);
     Form7 &form7 = program.windows.EditContestQso(form4);
+    MacroTexts macros = DefaultMacros();
+    Form20 &form20 = program.windows.Macros(form4);
+    TakeModal(form20, path("Form20"), [&] { static_cast<void>(form20.Edit(macros)); });
+    Form22 &form22 = program.windows.Keyboard(form4);
+    form22.findChild<QPlainTextEdit *>(u"Text1"_qs)->setPlainText(u"LU1ABC DE LU9ZZZ TNX QSO >>73<<"_qs);
+    TakeModal(
+        form22, path("Form22"), [&] { static_cast<void>(form22.Send(form4.findChild<KeyerPanel *>()->Keyer())); });
+    KeyerTest &trial = program.windows.TestKeyer(form4);
+    TakeModal(trial, path("KeyerTest"), [&] { trial.ShowTest(); });
     TakeModal(form7, path("Form7"), [&] { static_cast<void>(form7.Edit(**last, 0)); });
     TakeModal(program.windows.Analysis(), path("Form13"), [&] { program.windows.Analysis().ShowAnalysis(); });
 }

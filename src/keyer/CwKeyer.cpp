@@ -30,7 +30,7 @@ CwKeyer::CwKeyer(SerialLines &lines, std::unique_ptr<KeyerPacer> pacer, QObject 
 
 CwKeyer::~CwKeyer()
 {
-    pacer_.reset();
+    pacer_->Stop();
     lines_.Close(SerialLines::User::Keyer);
 }
 

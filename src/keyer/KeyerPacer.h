@@ -13,11 +13,12 @@ public:
     // Does what is due at `now` and gives when it wants to be called next; nothing: only after Wake().
     using Service = std::function<std::optional<qint64>(qint64 now)>;
 
-    // No call of the service is under way or comes any more afterwards.
     virtual ~KeyerPacer() = default;
 
     // Once. The service is always called from the same place, one call at a time.
     virtual void Start(Service service) = 0;
+    // No call of the service is under way or comes any more afterwards. Must be called before what it serves goes.
+    virtual void Stop() = 0;
     // There is something to do before the time asked for. Any thread.
     virtual void Wake() = 0;
     virtual qint64 Now() const = 0;

@@ -20,7 +20,14 @@ constexpr qint64 wakeUp = 80;
 
 class ThreadPacer final : public KeyerPacer {
 public:
-    ~ThreadPacer() override
+    ~ThreadPacer() override { ThreadPacer::Stop(); }
+
+    void Start(Service service) override
+    {
+        service_ = std::move(service);
+        thread_ = std::thread([this] { Run(); });
+    }
+    void Stop() override
     {
         {
             const std::lock_guard lock(mutex_);
@@ -29,12 +36,6 @@ public:
         wake_.notify_one();
         if (thread_.joinable())
             thread_.join();
-    }
-
-    void Start(Service service) override
-    {
-        service_ = std::move(service);
-        thread_ = std::thread([this] { Run(); });
     }
     void Wake() override
     {

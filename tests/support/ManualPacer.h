@@ -34,7 +34,9 @@ public:
         : time_(std::move(time))
     {
     }
-    ~ManualPacer() override
+    ~ManualPacer() override { ManualPacer::Stop(); }
+
+    void Stop() override
     {
         time_->service = {};
         time_->next.reset();

@@ -163,7 +163,7 @@ CwKeyer::Moment CwKeyer::Service(qint64 now)
         }
         if (!edge)
             return next;
-        Key(*edge);
+        SetKeyerLine(*edge);
     }
 }
 
@@ -243,7 +243,7 @@ void CwKeyer::PutOff(qint64 late)
         startOfChar_ += late;
 }
 
-void CwKeyer::Key(const Edge &edge)
+void CwKeyer::SetKeyerLine(const Edge &edge)
 {
     ModemLine line;
     bool lost;

@@ -93,7 +93,7 @@ private:
     bool TakeCharacter();
     void Finish();
     void PutOff(qint64 by);
-    void Key(const Edge &edge);
+    void SetKeyerLine(const Edge &edge);
     void Measure(const Edge &edge);
     void Post(void (CwKeyer::*signal)());
     void PostChanged();

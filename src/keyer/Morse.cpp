@@ -42,10 +42,10 @@ const QHash<QChar, QString> &Patterns()
     return table;
 }
 
-void CwSendPattern(const QString &pattern, qint64 unit, CwChar &made)
+void CwSendPattern(const QString &CwPattern, qint64 unit, CwChar &made)
 {
     const qint64 pause = Conversions::RoundHalfEven(0.75 * double(unit / millisecond)) * millisecond;
-    for (const QChar element : pattern) {
+    for (const QChar element : CwPattern) {
         made.changes.append({made.duration, true});
         made.duration += element == u'-' ? 3 * unit : unit;
         made.changes.append({made.duration, false});

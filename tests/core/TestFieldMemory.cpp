@@ -1,13 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Tordillo Compact authors
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "core/FieldMemory.h"
-#include "core/Logbook.h"
-#include "support/FixedClock.h"
-#include "support/TestRegistry.h"
-
-#include <QDir>
-#include <QTemporaryDir>
-#include <QTest>
+#include "support/Fixtures.h"
 
 namespace {
 
@@ -17,16 +11,10 @@ QString Shown(const std::optional<bool> &value) { return value ? (*value ? u"1"_
 
 } // namespace
 
-class TestFieldMemory : public QObject {
+class TestFieldMemory : public LogbookTest {
     Q_OBJECT
 
 private Q_SLOTS:
-    void init()
-    {
-        folder_ = std::make_unique<QTemporaryDir>();
-        logbook_ = std::make_unique<Logbook>(folder_->path(), files_, clock_);
-    }
-
     void MemIni()
     {
         // The values are mhz, khz, band and qtrManual.
@@ -61,7 +49,7 @@ private Q_SLOTS:
     void WhatIsSavedComesBack()
     {
         QVERIFY(SaveFieldMemory(*logbook_, u"14"_qs, u"250"_qs, u"20m"_qs, true));
-        QCOMPARE(*files_.ReadWhole(logbook_->PathOf(u"mem.ini"_qs)), QByteArray("14.250\r\n20m\r\n 1 \r\n\r\n"));
+        QCOMPARE(Content(u"mem.ini"_qs), QByteArray("14.250\r\n20m\r\n 1 \r\n\r\n"));
         QVERIFY(SaveExitMemory(*logbook_, u"Sat CW"_qs, u"145"_qs, u"990"_qs, true));
         const ExitMemory memory = ReadExitMemory(*logbook_);
         QCOMPARE((QStringList{*memory.modo, *memory.mhz, *memory.khz, Shown(memory.viaSatelite)}).join(u','),
@@ -78,17 +66,6 @@ private Q_SLOTS:
         QVERIFY(saved.failure().text.contains(u"memMhz.cfg"));
         QCOMPARE(ReadExitMemory(*logbook_).khz, u"010"_qs);
     }
-
-private:
-    void Put(const QString &name, const QByteArray &content)
-    {
-        QVERIFY(files_.Replace(logbook_->PathOf(name), content, FileSystem::Sync::No));
-    }
-
-    std::unique_ptr<QTemporaryDir> folder_;
-    FileSystem files_;
-    FixedClock clock_;
-    std::unique_ptr<Logbook> logbook_;
 };
 
 TORDILLO_TEST(TestFieldMemory)

@@ -1,32 +1,22 @@
 // SPDX-FileCopyrightText: 2026 The Tordillo Compact authors
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "SomeQsos.h"
-#include "core/QsoTable.h"
 #include "logging/QsoEdit.h"
-#include "support/RawDatabase.h"
-#include "support/TestRegistry.h"
-
-#include <QTemporaryDir>
-#include <QTest>
+#include "support/Fixtures.h"
 
 using namespace SomeQsos;
 
-class TestQsoEdit : public QObject {
+class TestQsoEdit : public StoreTest {
     Q_OBJECT
-
-    std::unique_ptr<QTemporaryDir> folder_;
-    std::unique_ptr<LogStore> store_;
 
     // A row as foreign programs leave them, with nothing in the form in which the window would write it.
     void StoreForeignRow(const QByteArray &frequency = "14,25050")
     {
-        QVERIFY(RawDatabase(store_->Path())
-                    .Run("INSERT INTO Tabla1 VALUES(NULL,'ssb ','20M',' lu9zzz','lu1abc/w','24/11/2026','9:05:59',"
-                         "'5','',' Ñandú  ','lu1aaa ','Log inicial','"
-                        + frequency
-                        + "','gf05ab12','fe46 ','2','SO-50  ',NULL,NULL,' lud/da-001 ','ar-1 ',NULL,'  lud/2')"));
+        Sql("INSERT INTO Tabla1 VALUES(NULL,'ssb ','20M',' lu9zzz','lu1abc/w','24/11/2026','9:05:59',"
+            "'5','',' Ñandú  ','lu1aaa ','Log inicial','"
+            + frequency + "','gf05ab12','fe46 ','2','SO-50  ',NULL,NULL,' lud/da-001 ','ar-1 ',NULL,'  lud/2')");
     }
-    QsoRow Row() const { return AllRows(*store_)->value(0); }
+    QsoRow Row() { return Rows().value(0); }
     static EditFields Valid()
     {
         EditFields fields;
@@ -39,13 +29,6 @@ class TestQsoEdit : public QObject {
     }
 
 private Q_SLOTS:
-    void init()
-    {
-        folder_ = std::make_unique<QTemporaryDir>();
-        store_ = std::make_unique<LogStore>(folder_->filePath(u"base0.mdb"_qs));
-        QVERIFY(store_->CreateEmpty());
-    }
-
     void SavedUntouchedARowStaysByteForByte()
     {
         StoreForeignRow();
@@ -58,14 +41,13 @@ private Q_SLOTS:
         expected.Argento = u"Chubut"_qs;
         QVERIFY(*QsoEdit::UpdateQso(*store_, fields, fields));
         QVERIFY(Row() == expected);
-        QCOMPARE(RawDatabase(store_->Path()).Value("SELECT typeof(Perfil)||typeof(Argento)||quote(LdA) FROM Tabla1"),
-            u"nulltext''"_qs);
+        QCOMPARE(Value("SELECT typeof(Perfil)||typeof(Argento)||quote(LdA) FROM Tabla1"), u"nulltext''"_qs);
     }
 
     void SavingRewritesWhatItsRulesSay()
     {
         StoreForeignRow("1267,100");
-        QVERIFY(RawDatabase(store_->Path()).Run("UPDATE Tabla1 SET Nombre_Sat='so-50'"));
+        Sql("UPDATE Tabla1 SET Nombre_Sat='so-50'");
         const EditFields fields = QsoEdit::FromRow(Row());
         QVERIFY(*QsoEdit::UpdateQso(*store_, fields, fields));
         QCOMPARE(Row().Banda, u"23m"_qs); // 23 cm by the name of this window
@@ -96,7 +78,7 @@ private Q_SLOTS:
             {&E::POTA, u" B "_qs, &R::POTA, u"B"_qs}, {&E::MYSOTA, u" C "_qs, &R::MYSOTA, u"C"_qs},
             {&E::IOTA, u" D "_qs, &R::IOTA, u"D"_qs}};
         for (const Change &change : changes) {
-            QVERIFY(RawDatabase(store_->Path()).Run("DELETE FROM Tabla1"));
+            Sql("DELETE FROM Tabla1");
             StoreForeignRow("14.2505");
             QsoRow expected = Row();
             const EditFields shown = QsoEdit::FromRow(expected);

@@ -171,16 +171,6 @@ private Q_SLOTS:
         QCOMPARE(logbook_->LogInUse, u"Otro"_qs); // the file does not tell it
         QCOMPARE(logbook_->captions.station, u"LU9ZZZ"_qs);
     }
-
-    void TheFirstSaveKeepsALogThatIsThere()
-    {
-        LogStore &store = logbook_->Store();
-        QVERIFY(store.CreateEmpty());
-        QVERIFY(store.Write(
-            [](Session &session) { QsoTable::Insert(session, RowOf(u"Modo=CW;NombreLog=Log inicial"_qs)); }));
-        QVERIFY(SaveConfig(*logbook_, true));
-        QCOMPARE(*CountQsos(store, u"Log inicial"_qs), 1);
-    }
 };
 
 TORDILLO_TEST(TestConfiguration)

@@ -259,7 +259,9 @@ private Q_SLOTS:
             MemoryFiles other;
             other.content[filePath] = QByteArray(files.content[filePath]).replace("\r\n", lineEnd);
             QCOMPARE(*CabrilloReader::NormalizeCabrilloFile(other, filePath), 0);
-            const auto taken = Take(*CabrilloReader::ReadLines(other, filePath));
+            QStringList reports;
+            const auto taken = Take(*CabrilloReader::ReadLines(other, filePath), &reports);
+            QCOMPARE(reports.size(), 1); // of the band that it cannot tell
             QList<QsoRow> expected = rows;
             expected[18].Banda = u"10m"_qs; // 6 m tells no band: the one before
             expected[19].Modo = u"SSB"_qs; // phone has one name only in the file
@@ -303,6 +305,9 @@ private Q_SLOTS:
                 u"QSO:  7000 CW 2024-03-10 1203 XX1AA         599 001    XX3CC         599 012\r\nEND-OF-LOG"_qs,
                 u"17: ningún QSO del log es el de esta línea"_qs},
             {{}, u"END-OF-LOG:"_qs, {}, u"0: falta el final"_qs},
+            {{}, u"END-OF-LOG:"_qs, u"END-OF-LOG:\r\nEND-OF-LOG:"_qs, u"18: el final está repetido"_qs},
+            {{}, u"START-OF-LOG:"_qs, u"START:"_qs, u"0: falta el encabezado"_qs},
+            {{}, u"END-OF-LOG:"_qs, u"START-OF-LOG: 3.0\r\nEND-OF-LOG:"_qs, u"17: el encabezado está repetido"_qs},
             {{}, u"CALLSIGN: XX1AA"_qs, u"CALLSIGN: XX1AB"_qs, u"2: la señal de los QSOs es XX1AA"_qs}};
         for (const auto &[change, from, to, reasons] : cases) {
             const QsoRow row = RowOf(change, Qso(u"CW"_qs, u"40m"_qs, u"XX2BB"_qs));

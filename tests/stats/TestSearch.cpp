@@ -194,6 +194,9 @@ private Q_SLOTS:
     void SlicesOfAnEarlierSearchServeTheNextOne()
     {
         StoreMany(70000, u"date('2020-01-01', (n/3000)||' days')"_qs, u"time(n, 'unixepoch')"_qs);
+        SearchFilters bounded;
+        bounded.to = u"20/01/2020"_qs; // several slices below it
+        QVERIFY(InSlices(bounded) == InOneGo(u"Fecha<='2020-01-20'"_qs));
         SearchSlices slices;
         QVERIFY(InSlices({}, {}, &slices) == InOneGo());
         Sql("DELETE FROM Tabla1 WHERE id BETWEEN 20000 AND 55000 OR id%20000<3");

@@ -53,6 +53,19 @@ inline QString Column(const QList<QsoRow> &rows, QString QsoRow::*column)
     return values.join(u' ');
 }
 
+// All rows of Tabla1 in the order of their ids; one row that tells the failure when they cannot be read.
+inline QList<QsoRow> RowsOf(LogStore &store)
+{
+    const auto rows = store.Read([](Session &session) {
+        Query query = session.Prepare(u"SELECT " + QsoColumns::SelectList() + u" FROM Tabla1 ORDER BY id");
+        QList<QsoRow> read;
+        while (query.Next())
+            read << query.Row();
+        return read;
+    });
+    return rows ? *rows : QList<QsoRow>{RowOf(u"Obs="_qs + rows.failure().text)};
+}
+
 // A new folder.
 class FolderTest : public QObject {
     Q_OBJECT
@@ -143,19 +156,7 @@ protected:
                 QsoTable::Insert(session, row);
         }));
     }
-    // All rows of Tabla1 in the order of their ids.
     QList<QsoRow> Rows() { return RowsOf(*store_); }
-    static QList<QsoRow> RowsOf(LogStore &store)
-    {
-        const auto rows = store.Read([](Session &session) {
-            Query query = session.Prepare(u"SELECT " + QsoColumns::SelectList() + u" FROM Tabla1 ORDER BY id");
-            QList<QsoRow> read;
-            while (query.Next())
-                read << query.Row();
-            return read;
-        });
-        return rows ? *rows : QList<QsoRow>{RowOf(u"Obs="_qs + rows.failure().text)};
-    }
     // Statements, and the first value of a query, through another connection.
     void Sql(const QByteArray &sql) const { QVERIFY2(RawDatabase(path_).Run(sql), sql.constData()); }
     QString Value(const QByteArray &sql) const { return RawDatabase(path_).Value(sql); }

@@ -11,8 +11,8 @@ class RawDatabase {
 public:
     explicit RawDatabase(const QString &path)
     {
-        code_ = sqlite3_open(path.toUtf8().constData(), &handle_);
-        sqlite3_extended_result_codes(handle_, 1);
+        const int flags = SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE | SQLITE_OPEN_EXRESCODE;
+        opened_ = code_ = sqlite3_open_v2(path.toUtf8().constData(), &handle_, flags, nullptr);
     }
     ~RawDatabase() { sqlite3_close(handle_); }
     Q_DISABLE_COPY_MOVE(RawDatabase)
@@ -20,7 +20,8 @@ public:
     // One or more statements; false when one of them fails.
     bool Run(const QByteArray &sql)
     {
-        code_ = sqlite3_exec(handle_, sql.constData(), nullptr, nullptr, nullptr);
+        if (opened_ == SQLITE_OK)
+            code_ = sqlite3_exec(handle_, sql.constData(), nullptr, nullptr, nullptr);
         return code_ == SQLITE_OK;
     }
     // What the opening or the last Run gave.
@@ -42,5 +43,5 @@ public:
 
 private:
     sqlite3 *handle_ = nullptr;
-    int code_ = SQLITE_OK;
+    int opened_ = SQLITE_OK, code_ = SQLITE_OK;
 };

@@ -229,16 +229,10 @@ void Desk::EndTrouble()
 
 QList<QsoRow> Desk::Rows() const
 {
-    LogStore store(Path(u"base0.mdb"_qs));
-    const auto rows = store.Read([](Session &session) {
-        QList<QsoRow> read;
-        Query query =
-            session.Prepare(u"SELECT " + QsoColumns::SelectList() + u" FROM Tabla1 WHERE Modo<>'' ORDER BY id");
-        while (query.Next())
-            read << query.Row();
-        return read;
-    });
-    return rows ? *rows : QList<QsoRow>();
+    LogStore store(Path("base0.mdb"));
+    QList<QsoRow> rows = RowsOf(store);
+    rows.removeIf([](const QsoRow &row) { return row.Modo.isEmpty(); });
+    return rows;
 }
 
 QString Desk::LastStored(QString QsoRow::*column) const

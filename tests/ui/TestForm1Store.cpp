@@ -70,6 +70,21 @@ private Q_SLOTS:
         QCOMPARE(Find<QLineEdit>("Hora")->selectedText(), u"16"_qs);
     }
 
+    void TheGridOfAnEarlierContactComesBackUnlessTheCallIsPortable()
+    {
+        Furnish();
+        Store({RowOf(u"Estacion=CX1AA;SuGrid=GF15"_qs, SampleQso(1)),
+            RowOf(u"Estacion=CX1AA/P;SuGrid=GF25"_qs, SampleQso(2))});
+        Start();
+        for (const auto &[call, grid] :
+            {std::pair<Words, Words>{"CX1AA", "GF15"}, {"CX1AA/P", {}}, {"CX2AA", {}}, {"CX1AA", "GF15"}}) {
+            Put("Text2", {});
+            Fill("Corresponsal", call);
+            Press(Qt::Key_Tab);
+            QCOMPARE(Text("Text2"), grid);
+        }
+    }
+
     void NoBorrarKeepsTheRemarks()
     {
         Begin();

@@ -70,7 +70,9 @@ private Q_SLOTS:
             Click("Command2");
             QVERIFY(!Editing());
             // What the lists do not hold is not changed into what they do.
-            ClickRow("List1", 3);
+            Find("List1")->setFocus();
+            for (const int key : {Qt::Key_End, Qt::Key_Up, Qt::Key_Return})
+                Press(key);
             QCOMPARE(Edited(), u"X|13cm|10m|CW|1|2|3"_qs);
             Fill("Text2", "y");
             Click("Command2");
@@ -80,6 +82,33 @@ private Q_SLOTS:
             QByteArray(
                 "rota;\xf1\r\nAO-7;23cm;2m;FM;67.0;1268.000\r\n\r\nY;13cm;10m;CW;1;2\r\nAO-7;70cm;2m;SSB; \r\n"));
         QCOMPARE(Offered(), u"AO-7 Y AO-7"_qs);
+    }
+
+    void RefusalsHaveTheirFocus()
+    {
+        BeginWith("AO-7;70cm;2m;SSB;100.4\r\n");
+        struct Step {
+            Words control, typed, told, focus;
+        };
+        const Step steps[] = {{"Text1", "  ", "!Falta el nombre del Satélite!", "Text1"},
+            {"Text1", "ao-7", "!el satélite AO-7 ya está en la lista!", {}},
+            {"Frec_new", "145", "!El formato de la frecuencia es:\n\nMMM.KKK", "Frec_new"},
+            {"Frec_new", "149.000", "!La frecuencia es 149.000\nNo es de la banda de 2m!", "Frec_new"}};
+        InEditor([&] {
+            for (const Step &step : steps) {
+                Fill(step.control, step.typed);
+                Click("Command1");
+                QCOMPARE(Said(), step.told);
+                if (!step.focus.isEmpty())
+                    QCOMPARE(Focus(), step.focus);
+            }
+            Fill("Frec_new", {});
+            Put("Combo1", "70cm");
+            Put("Combo2", "70cm");
+            Click("Command1");
+            QCOMPARE(Said() + Focus(), u"!Banda de Subida igual a la de Bajada ?Combo2"_qs);
+        });
+        QCOMPARE(Content(file_), QByteArray("AO-7;70cm;2m;SSB;100.4\r\n"));
     }
 
     void RemovingAsksFirst()

@@ -96,7 +96,8 @@ private Q_SLOTS:
         };
         const Words call = "!Falta el Corresponsal!", rsr = "!Reporte Recibido no válido!";
         std::vector<Case> cases{{"RSR", "69", "Obs", rsr, "RSR"}, {"RSE", "5", "Corresponsal", rsr, "RSR"},
-            {"Combo1", "CW", "Obs", rsr, "RSR"}, {"Check2", {}, "Obs", "!Elija un satélite!", "Combo3"},
+            {"Combo1", "CW", "Obs", rsr, "RSR"}, {"RSE", "50", "Obs", "!Reporte Enviado no válido!", "RSE"},
+            {"Check2", {}, "Obs", "!Elija un satélite!", "Combo3"},
             {"Corresponsal", "LU9ZZZ", "Corresponsal", "XQSO con la propia estación???", "Corresponsal"}};
         for (const char *from : {"Corresponsal", "RSE", "RSR", "Text1", "Text2", "Obs"})
             cases.push_back({"Corresponsal", {}, from, call, "Corresponsal"});
@@ -109,7 +110,7 @@ private Q_SLOTS:
                 Click("Check2");
             else
                 Put(one.field, one.value);
-            if (one.field == u"RSE")
+            if (one.value == u"5")
                 Put("RSR", "5"); // the received one is told before the sent one
             Find(one.from)->setFocus();
             Told();
@@ -183,6 +184,93 @@ private Q_SLOTS:
             QCOMPARE(Focus(), one.field);
             QVERIFY(Rows().isEmpty());
         }
+    }
+
+    void KeysThatDoNotBelongDoNothing()
+    {
+        Begin();
+        Click("Check1");
+        Click("Check4");
+        const std::tuple<Words, Words, Words> fields[] = {{"Corresponsal", "lu1-a,ñb c/p?", "LU1ABC/P?"},
+            {"Fecha", "1-2.a/3", "12/3"}, {"Hora", "1.2h:3", "12:3"}, {"Text1", "1,a2", "12"},
+            {"Text2", "g1f/0a5xx", "GF05XX"}, {"Obs", "año: 5/9, O'H", "año: 5/9, O'H"},
+            {"SOTA", "lur/c-001", "LUR/C-001"}, {"POTA_IN", "ar-ñ1", "AR-Ñ1"}, {"MYSOTA", "lu a", "LU A"}};
+        for (const auto &[field, typed, text] : fields) {
+            const QString before = Text(field);
+            Fill(field, typed);
+            QCOMPARE(Text(field), text);
+            Put(field, before);
+        }
+    }
+
+    void FieldsAreCompletedWhenTheyAreLeft()
+    {
+        Begin();
+        Click("Check1");
+        Fill("Fecha", "05/03/");
+        Fill("Hora", "9:5");
+        Fill("Text1", "7");
+        Put("mhz", "7");
+        Find("Obs")->setFocus();
+        QCOMPARE(Texts("Fecha Hora Text1 Label7"), u"05/03/2000|09:05|007|40m"_qs);
+        QCOMPARE(Said(), QString());
+    }
+
+    void ReportsFollowTheMode()
+    {
+        Begin();
+        Choose("Combo1", "CW");
+        QCOMPARE(Focus(), u"Corresponsal"_qs);
+        QCOMPARE(Texts("RSE RSR"), u"599|599"_qs);
+        Fill("RSE", "509"); // in CW a bad report is put back to one that is bad again
+        Press(Qt::Key_Tab);
+        QCOMPARE(Said() + Text("RSE"), u"!el Reporte 509 no es válido!59"_qs);
+        Press(Qt::Key_Tab);
+        QCOMPARE(Said(), u"!el Reporte 59 no es válido!"_qs);
+        Choose("Combo1", "DVoice");
+        QCOMPARE(Texts("RSE RSR"), u"59|59"_qs);
+    }
+
+    void AChoiceOfMegahertzSetsTheBand()
+    {
+        Begin();
+        Choose("mhz", "10");
+        QCOMPARE(Text("Label7") + Said() + Focus(), u"30m!10.650 KHz\n\nFuera de banda!Corresponsal"_qs);
+        Put("Text1", {});
+        Choose("mhz", "14");
+        QCOMPARE(Text("Label7") + Focus(), u"30mmhz"_qs);
+        Choose("Combo2", "2m"); // the list of bands only sends the focus away
+        QCOMPARE(Text("Label7") + Focus(), u"30mCorresponsal"_qs);
+    }
+
+    void TheCountryIsShown()
+    {
+        Write("dxcc.txt", "LU;x;Argentina\r\nsin separador\r\n CX;;Uruguay \r\n");
+        Begin();
+        Type("CX1AA");
+        QCOMPARE(Text("Label18"), QString());
+        Press(Qt::Key_Tab);
+        QCOMPARE(Text("Label18"), u"Uruguay"_qs);
+        Fill("Corresponsal", {});
+        QCOMPARE(Text("Label18") + Enabled("Command7"), u"-"_qs);
+        Configure("BuscaE  =", "1"); // while the call is typed
+        Start();
+        const std::pair<Words, QString> calls[] = {
+            {"LU", {}}, {"LU1", u"Argentina"_qs}, {"LU1M", u"Mendoza"_qs}, {"ZZ9", u"Argentina"_qs}};
+        for (const auto &[call, country] : calls) {
+            Fill("Corresponsal", call);
+            QCOMPARE(Text("Label18"), country);
+        }
+    }
+
+    void CtrlWWipesCallAndGridOnly()
+    {
+        Begin();
+        Fill("Text2", "GF05");
+        Fill("Corresponsal", "ABC"); // bad, but it is gone before it is left
+        Put("Obs", "antena");
+        Press(Qt::Key_W, Qt::ControlModifier);
+        QCOMPARE(Texts("Corresponsal Text2 Obs") + Focus() + Said(), u"||antenaCorresponsal"_qs);
     }
 
     void OutOfBandIsSaidOnceForAValue()

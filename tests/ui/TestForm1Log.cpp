@@ -67,6 +67,58 @@ private Q_SLOTS:
         QCOMPARE(State(), u"1 de 3, 1 a 27, --++"_qs);
     }
 
+    void LogsOfEveryLengthOpen()
+    {
+        for (const auto &[count, first, last] : {std::tuple{0, u"1 de 1,  a , ----", u"1 de 1,  a , ----"},
+                 {20, u"1 de 1, 20 a 1, ----", u"1 de 1, 20 a 1, ----"},
+                 {21, u"1 de 2, 21 a 2, --++", u"2 de 2, 1 a 1, ++--"}}) {
+            init();
+            Furnish(count);
+            Sql("UPDATE Contadores SET QSOs=99"); // by another tool
+            Start();
+            QCOMPARE(State(), QString::fromUtf16(first));
+            QCOMPARE(Text("Label6"), u"Log: Log inicial, con %1 QSOs"_qs.arg(count));
+            Press(Qt::Key_End);
+            QCOMPARE(State(), QString::fromUtf16(last));
+        }
+    }
+
+    void IrGoesToAPageByItsNumber()
+    {
+        Begin(45);
+        const std::tuple<Words, QString, QString> rows[] = {{"x3", u"3"_qs, u"3 de 3, 5 a 1, ++--"_qs},
+            {"2", u"2"_qs, u"2 de 3, 25 a 6, ++++"_qs}, {"99999999999999999999", u"3"_qs, u"3 de 3, 5 a 1, ++--"_qs},
+            {"0", u"1"_qs, u"1 de 3, 45 a 26, --++"_qs}, {{}, u"1"_qs, u"1 de 3, 45 a 26, --++"_qs}};
+        for (const auto &[typed, number, state] : rows) {
+            Fill("Text3", typed);
+            Click("Command8");
+            QCOMPARE(Text("Text3"), number);
+            QCOMPARE(State(), state);
+            QCOMPARE(Focus(), u"Corresponsal"_qs);
+        }
+    }
+
+    void ATitleSortsThePageOnly()
+    {
+        Begin(45);
+        const QString byDate = Cells("ListView2", 2);
+        const auto sorted = [&](int column) {
+            ClickTitle("ListView2", column);
+            return Cells("ListView2", column).split(u'|');
+        };
+        QStringList cells = sorted(2), page = byDate.split(u'|');
+        page.sort();
+        QCOMPARE(cells, page);
+        cells = sorted(2);
+        QVERIFY(std::is_sorted(cells.rbegin(), cells.rend()));
+        cells = sorted(5); // the direction turns over at each click, whatever the column
+        QVERIFY(std::is_sorted(cells.begin(), cells.end()));
+        Click("Command11");
+        QCOMPARE(Cells("ListView2", 2), byDate);
+        Press(Qt::Key_PageDown);
+        QCOMPARE(State(), u"2 de 3, 25 a 6, ++++"_qs);
+    }
+
     void PagingKeysNeverMoveTheCaret()
     {
         Begin(1); // all four are off
@@ -102,6 +154,34 @@ private Q_SLOTS:
         Start();
         QVERIFY(Text("Label6").contains(QString(100, u'W')));
         QCOMPARE(Main().minimumSizeHint().width(), width);
+    }
+
+    void CtrlXListsTheContactsWithTheCall()
+    {
+        Furnish();
+        const QString calls[] = {u"Estacion=CX1A;Fecha=2026-05-01"_qs,
+            u"Estacion=CX1A/LU1ABCDEFGHIJ;Fecha=2025-12-31"_qs, u"Estacion=CX1B;Fecha=2026-05-01"_qs,
+            u"Estacion=CX1A;NombreLog=Otro"_qs};
+        for (const QString &call : calls)
+            Store({RowOf(call, SampleQso(1))});
+        Start();
+        const auto lines = [&](const Words &call) {
+            QString shown;
+            Fill("Corresponsal", call);
+            InModal([&] { Press(Qt::Key_X, Qt::ControlModifier); },
+                [&] {
+                    shown = Front()->objectName() + u'\n' + Front()->windowTitle() + u'\n' + Cells("List1", 0);
+                    Press(Qt::Key_Escape);
+                });
+            return shown;
+        };
+        QCOMPARE(lines("CX1A"),
+            u"Form17\nCX1A\nMiCall           SuCall           Banda  Modo   Fecha    Hora   |"
+            "LU9ZZZ          |CX1A/LU1ABCDEFGHIJ |40m   |SSB   |31/12/2025 |00:01:00 |"
+            "LU9ZZZ          |CX1A            |40m   |SSB   |01/05/2026 |00:01:00 "_qs);
+        QCOMPARE(Text("Corresponsal"), u"CX1A"_qs);
+        QCOMPARE(lines("CX?A").count(u"00:01:00"_qs), 2); // a doubtful character finds both
+        QCOMPARE(Said(), QString());
     }
 
     void CtrlXNeedsFourCharactersAndSaysWhenThereIsNothing()

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Desk.h"
 
-#include <QCheckBox>
+#include <QComboBox>
 #include <QElapsedTimer>
 #include <QMenu>
 #include <QRandomGenerator>
@@ -85,6 +85,17 @@ private Q_SLOTS:
         QVERIFY(Has("config.ini") && Has("base0.mdb"));
     }
 
+    void CancellingTheFirstRunLeavesNothing()
+    {
+        FirstRun([&] {
+            Type("lu1abc");
+            QCOMPARE(Front()->objectName() + Text("Text1"), u"Form2LU1ABC"_qs);
+            Click("Command2");
+        });
+        QVERIFY(ended == 0 && !Has("config.ini") && !Has("base0.mdb"));
+        QCOMPARE(Said(), QString());
+    }
+
     void TheWindowComesFirstAndTheLogOnce()
     {
         Furnish(21);
@@ -164,6 +175,54 @@ private Q_SLOTS:
         QVERIFY(Ticked("Check1"));
         QCOMPARE(Text("Label11") + Text("Hora"), u"LU21:15"_qs);
         QCOMPARE(Focus(), u"Corresponsal"_qs);
+    }
+
+    void MemoriesHaveTheirOrder()
+    {
+        using Memories = std::vector<std::pair<Words, QByteArray>>;
+        const std::pair<Words, QByteArray> last{"mem.ini", "7.100\r\nxx\r\n 0 \r\n\r\n"};
+        const std::pair<Memories, QString> cases[] = {{{last}, u"SSB|7|100|xx"_qs},
+            {{last, {"memKhz.cfg", "200\r\n"}}, u"SSB|7|200|40m"_qs}, // the last exit wins
+            {{last, {"memMhz.cfg", "3\r\n"}}, u"SSB|3|100|80m"_qs}, // out of band, in silence
+            {{{"mem.ini", "7100\r\n40m\r\n0\r\n"}}, u"SSB|3||40m"_qs}, {{{"memqSat.cfg", " 1 \r\n"}}, u"SSB|3||80m"_qs},
+            {{{"memsat.ini", "FO-29\r\n"}}, u"SSB|3|650|80m"_qs},
+            {{{"memsat.ini", "FO-29\r\n"}, {"memqSat.cfg", "1\r\n"}, {"memModo.cfg", "Echo\r\n"}},
+                u"Echo|145|550|2m"_qs}};
+        for (const auto &[files, tuned] : cases) {
+            init();
+            Furnish();
+            for (const auto &[name, content] : files)
+                Write(name, content);
+            Start();
+            QCOMPARE(Tuned(), tuned);
+            QCOMPARE(Said() + Focus(), u"Corresponsal"_qs);
+        }
+    }
+
+    void ACatalogueIsMadeWhereThereIsNoneAndReadPastBadLines()
+    {
+        Begin();
+        QCOMPARE(Content("satelites.txt").count("\r\n"), 16);
+        QCOMPARE(Find<QComboBox>("Combo3")->count(), 16);
+        Write("satelites.txt", "basura;x\r\nXX-1;70cm;2m;FM;67.0;435.250\r\n\r\nXX-2;2m;70cm;SSB; \r\n");
+        Start();
+        QCOMPARE(Find<QComboBox>("Combo3")->count(), 2);
+        Click("Check2");
+        Choose("Combo3", "XX-1");
+        QCOMPARE(Tuned(), u"FM|435|250|70cm"_qs);
+        Fill("Combo3", "XX-2"); // typed and left: no click in the list
+        Find("Obs")->setFocus();
+        QCOMPARE(Tuned() + Focus(), u"FM|435|250|70cmObs"_qs);
+    }
+
+    void AnOldDatabaseIsBroughtUpToDate()
+    {
+        Furnish(1);
+        Sql("ALTER TABLE Tabla1 DROP COLUMN SOTA");
+        Start();
+        Fill("SOTA", "lur/c-001");
+        Contact("CX1AA");
+        QCOMPARE(Said() + LastStored(&QsoRow::SOTA), u"LUR/C-001"_qs);
     }
 
     void DamagedFilesCostOnlyThemselves()

@@ -59,6 +59,27 @@ private Q_SLOTS:
         }
     }
 
+    void TheZoneIsTurnedOverByAClick()
+    {
+        Begin();
+        QVERIFY(!Find("Label11")->isVisible());
+        Click("Check1");
+        QVERIFY(Find("Label11")->isVisible());
+        QVERIFY(Content("mem.ini").contains("\r\n 1 \r\n"));
+        clock.now = clock.now.addSecs(60);
+        Advance(5000); // the clock stands still
+        QCOMPARE(Texts("Label11 Hora"), u"LU|21:15"_qs);
+        Click("Label11");
+        QCOMPARE(Texts("Label11 Hora") + Focus(), u"UTC|00:16Corresponsal"_qs);
+        Click("Label11");
+        QCOMPARE(Texts("Label11 Hora"), u"LU|21:16"_qs);
+        Click("Check1");
+        QVERIFY(!Find("Label11")->isVisible());
+        QVERIFY(Content("mem.ini").contains("\r\n 0 \r\n"));
+        Advance(1000);
+        QCOMPARE(Text("Hora"), u"00:16"_qs);
+    }
+
     void TheClockWritesUnderTheFocus()
     {
         Begin();
@@ -150,6 +171,17 @@ private Q_SLOTS:
             QCOMPARE(LastStored(&QsoRow::Obs), u"no perder"_qs);
             QCOMPARE(Value("PRAGMA integrity_check"), u"ok"_qs);
         }
+    }
+
+    void AnApostropheIsKeptOutOfTheLogNameOnly()
+    {
+        Furnish();
+        Configure("LogenUso=", "D'Or");
+        Start();
+        Put("Obs", "'; DROP TABLE Tabla1;--");
+        Contact("CX1AA");
+        QCOMPARE(LastStored(&QsoRow::NombreLog) + LastStored(&QsoRow::Obs), u"DOr'; DROP TABLE Tabla1;--"_qs);
+        QCOMPARE(Text("Label6"), u"Log: DOr, con 1 QSOs"_qs);
     }
 
     void AMemoryThatCannotBeWrittenDoesNotComeBetween()

@@ -119,6 +119,53 @@ private Q_SLOTS:
         }
     }
 
+    void EachOpeningReadsTheFileAnew()
+    {
+        Configure("Operador=", "LU2BBB");
+        Configure("MySOTA__=", "LUR/C-001");
+        InSettings([&] {
+            QCOMPARE(Text("Text2"), u"LU2BBB"_qs);
+            Click("Command2");
+        });
+        QCOMPARE(OnMain("MYSOTA"), u"LUR/C-001"_qs);
+    }
+
+    void TheOwnGridIsWholeOrEmpty()
+    {
+        InSettings([&] {
+            Fill("Text4", "g1f05"); // the "1" does not fit its place
+            QCOMPARE(Text("Text4"), u"GF05"_qs);
+            for (const int key : {Qt::Key_Tab, Qt::Key_Return}) {
+                Press(key);
+                QCOMPARE(Said() + Focus(), u"!Grilla incorrecta!Text4"_qs);
+            }
+            Fill("Text4", {});
+            Press(Qt::Key_Tab);
+            QCOMPARE(Said(), QString());
+            Click("Command1");
+        });
+        QCOMPARE(Saved("GridLoca="), QString());
+    }
+
+    void PasswordsShowWhileTheEyeIsHeld()
+    {
+        InSettings([&] {
+            const std::pair<Words, Words> eyes[] = {
+                {"Command3", "pass_lda"}, {"Image1", "Text6"}, {"Image2", "Text7"}, {"Image3", "Text10"}};
+            for (const auto &[eye, field] : eyes) {
+                auto *line = Find<QLineEdit>(field);
+                line->setText(u"abc"_qs);
+                const QString dots = line->displayText();
+                QVERIFY(!dots.contains(u'a'));
+                QTest::mousePress(Find(eye), Qt::LeftButton);
+                QCOMPARE(line->displayText(), u"abc"_qs);
+                QTest::mouseRelease(Find(eye), Qt::LeftButton);
+                QCOMPARE(line->displayText(), dots);
+            }
+            Click("Command1");
+        });
+    }
+
     void OnlyTheTwoButtonsLeaveIt()
     {
         InSettings([&] {

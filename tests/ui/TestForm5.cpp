@@ -104,6 +104,16 @@ private Q_SLOTS:
             });
             QVERIFY(Row(2) == before);
         }
+        Edit(0, [&] {
+            Choose("mhz", "3"); // out of the band with 090, and with 400, but it may be saved
+            QCOMPARE(Told().size(), 1);
+            Fill("Text9", "400");
+            Save();
+            QCOMPARE(Told().size(), 1);
+            QCOMPARE(Focus(), u"Text9"_qs);
+            Save();
+        });
+        QCOMPARE(Row(2).Banda + Row(2).Frecuencia, u"80m3.400"_qs);
     }
 
     void F5ShowsLittleAndWritesWhatTheFieldsHold()

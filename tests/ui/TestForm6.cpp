@@ -55,9 +55,10 @@ private Q_SLOTS:
             Words control, typed, found; // nothing typed: the control is clicked
         };
         const Filter filters[] = {{"Text1", "02/01/2026", "CX5A CX4A"}, {"Text2", "01/01/2026x", "CX3A CX2A CX1A"},
-            {"Text3", "lu8-*", "CX5A"}, {"Text4", "lu7?", "CX4A"}, {"Text6", "cw", "CX4A CX2A"},
-            {"Text7", "20m", "CX3A"}, {"Text8", "ñandú", "CX5A"}, {"POTA", {}, "CX4A"}, {"IOTA", {}, "CX4A"},
-            {"SOTA", {}, "CX5A"}, {"MYSOTA", {}, "CX5A"}, {"Check1", {}, "CX5A"}, {"Check2", {}, {}}};
+            {"Text3", "lu8-*", "CX5A"}, {"Text4", "lu7?", "CX4A"}, {"Text5", "c-x4 a", "CX4A"},
+            {"Text6", "cw", "CX4A CX2A"}, {"S2S", {}, "CX5A"}, {"P2P", {}, "CX4A"}, {"Text7", "20m", "CX3A"},
+            {"Text8", "ñandú", "CX5A"}, {"POTA", {}, "CX4A"}, {"IOTA", {}, "CX4A"}, {"SOTA", {}, "CX5A"},
+            {"MYSOTA", {}, "CX5A"}, {"Check1", {}, "CX5A"}, {"Check2", {}, {}}};
         InSearch([&] {
             for (const auto &[control, typed, found] : filters) {
                 if (typed.isEmpty())
@@ -92,6 +93,26 @@ private Q_SLOTS:
                 Press(Qt::Key_Return);
                 QCOMPARE(Listed(), found[i]);
             }
+        });
+    }
+
+    void AnEmptyLogIsTold()
+    {
+        Begin();
+        Menu("eadif");
+        QCOMPARE(Said(), u"!No Hay QSOs para Buscar!"_qs);
+    }
+
+    void TitlesSort()
+    {
+        Begin(7);
+        InSearch([&] {
+            SortByCall();
+            QCOMPARE(Listed() + Listed(0), u"CX1A CX2A CX3A CX4A CX5A CX6A CX7A7 6 5 4 3 2 1"_qs);
+            ClickTitle("ListView2", 5); // the direction turns over at each click
+            QCOMPARE(Listed(), u"CX1A CX3A CX5A CX7A CX2A CX4A CX6A"_qs);
+            ClickTitle("ListView2", 1); // "ID" sorts by the band
+            QCOMPARE(Listed(), u"CX3A CX6A CX1A CX5A CX7A CX2A CX4A"_qs);
         });
     }
 

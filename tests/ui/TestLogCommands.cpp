@@ -95,6 +95,28 @@ private Q_SLOTS:
         QCOMPARE(Logs(), QString(u"dAño, (x) \"%\"|Log inicial|" + QString(100, u'ñ')));
     }
 
+    void ALogOfAnyNameIsFoundAgain()
+    {
+        for (const QString &name : {QString(300, u'ñ'), u"Łódź"_qs, u" x "_qs}) {
+            init();
+            AddQsos(name, 3); // brought by another program
+            Start();
+            InWindow("alog", [&] {
+                auto *list = Find<QAbstractItemView>("List1");
+                const auto rows = Cells("List1", 0).split(u'|');
+                list->setCurrentIndex(list->model()->index(int(rows.indexOf(name + u" (3 QSOs)")), 0));
+                Press(Qt::Key_Return);
+            });
+            const QString caption = u"Log: %1, con 3 QSOs"_qs.arg(name);
+            QCOMPARE(Caption(), caption);
+            Start();
+            QCOMPARE(Caption(), caption);
+            Contact("CX1AA");
+            QCOMPARE(Rows().last().NombreLog, name);
+            QCOMPARE(Said(), QString());
+        }
+    }
+
     void TheOpenLogIsDeleted()
     {
         AddQsos(u"zz"_qs, 1);

@@ -30,7 +30,8 @@ private Q_SLOTS:
         const auto time = ContestEdit::CheckTime;
         QCOMPARE(time(u"2359"_qs), QString());
         QCOMPARE(time(u"23:5"_qs), u"Error en la HORA, formato HHMM!"_qs);
-        QCOMPARE(time(u"2360"_qs), u"Error en la HORA 2360!"_qs);
+        for (const QString &bad : {u"2360"_qs, u"2400"_qs})
+            QCOMPARE(time(bad), u"Error en la HORA %1!"_qs.arg(bad));
     }
 
     void KeyerSettings()

@@ -21,7 +21,8 @@ private Q_SLOTS:
         const std::pair<QByteArray, QString> rows[] = {{"14.250\r\n20m\r\n 1 \r\n\r\n", u"<14> <250> <20m> 1"_qs},
             {"1267.1005\r\n23cm\r\n0\r\n", u"<1267> <100> <23cm> 0"_qs}, {"7.0.5\r\n", u"<7> <0.5> - -"_qs},
             {"14250\r\n20m\r\n", u"- - <20m> -"_qs}, {".650\r\n\r\nx", u"<> <650> <> 0"_qs},
-            {"7.100\r\n40m\r\n-1", u"<7> <100> <40m> 1"_qs}, {"", u"- - - -"_qs}};
+            {"7.100\r\n40m\r\n-1", u"<7> <100> <40m> 1"_qs}, {"", u"- - - -"_qs},
+            {"7.1\x01\r\n4\x02m\r\n1", u"- - - 1"_qs}};
         for (const auto &[content, values] : rows) {
             Put(u"mem.ini"_qs, content);
             const FieldMemory memory = ReadFieldMemory(*logbook_);
@@ -44,6 +45,18 @@ private Q_SLOTS:
         QVERIFY(exit.modo->size() <= 40 && exit.mhz->size() <= 40 && exit.khz->size() <= 40);
         QCOMPARE(exit.viaSatelite, false);
         QVERIFY(ReadSatelliteMemory(*logbook_).size() <= 40);
+    }
+
+    void WhatIsMissingOrCouldNotBeTypedTellsNothing()
+    {
+        QVERIFY(!ReadFieldMemory(*logbook_).present);
+        Put(u"memMhz.cfg"_qs, "");
+        Put(u"memKhz.cfg"_qs, "\r\n");
+        Put(u"memModo.cfg"_qs, "C\x01W\r\n");
+        const ExitMemory memory = ReadExitMemory(*logbook_);
+        QVERIFY(!memory.modo && !memory.mhz && !memory.viaSatelite);
+        QCOMPARE(memory.khz, QString());
+        QCOMPARE(ReadSatelliteMemory(*logbook_), QString());
     }
 
     void WhatIsSavedComesBack()

@@ -17,6 +17,8 @@ private Q_SLOTS:
     void AFolderThatCannotBeWrittenGivesWayUnlessItHoldsALog()
     {
         // A missing folder cannot be written by anybody, an administrator included.
+        QCOMPARE(ProgramFolder::Find(folder_->path(), Path(u"user"_qs)), folder_->path());
+        QVERIFY(QDir(folder_->path()).isEmpty()); // the trial leaves nothing behind
         const QString missing = Path(u"none"_qs), user = Path(u"a/b"_qs);
         QVERIFY(!ProgramFolder::IsWritable(missing));
         QCOMPARE(ProgramFolder::Find(missing, user), user);

@@ -30,6 +30,23 @@ private Q_SLOTS:
         }
     }
 
+    void DateAndTimeAreStoredInOneFormOrNotAtAll()
+    {
+        const std::pair<QString, QString> rows[] = {{u"01/02/2026|23:59:58"_qs, u"2026-02-01|23:59:58"_qs},
+            {u"2026-02-01|23:59"_qs, u"2026-02-01|23:59:00"_qs}, {u"ayer|25:00"_qs, u"|"_qs},
+            {u"20260201|2359"_qs, u"|"_qs}};
+        for (const auto &[given, stored] : rows) {
+            const QString fecha = given.section(u'|', 0, 0), hora = given.section(u'|', 1);
+            Added(RowOf(u"Fecha=%1;Hora=%2"_qs.arg(fecha, hora)));
+            QCOMPARE(QString(Rows().last().Fecha + u'|' + Rows().last().Hora), stored);
+            const qint64 id = Added({});
+            QVERIFY(*store_->Write([&](Session &session) {
+                return QsoTable::Update(session, id, {{&QsoRow::Fecha, fecha}, {&QsoRow::Hora, hora}});
+            }));
+            QCOMPARE(QString(Rows().last().Fecha + u'|' + Rows().last().Hora), stored);
+        }
+    }
+
     void ANumberIsNotGivenAgain()
     {
         Added({});

@@ -117,6 +117,11 @@ private Q_SLOTS:
         QCOMPARE(CopyAll().failure().kind, Failure::Kind::Damaged);
         QCOMPARE(Content(name_), QByteArray("the older one"));
         QCOMPARE(Files(), both_);
+        init();
+        Put(name_, "the older one");
+        Sql("UPDATE Contadores SET QSOs=QSOs+1"); // one contact fewer than there should be
+        QVERIFY(CopyAll().failure().text.contains(u"no tiene todos los QSOs"));
+        QCOMPARE(Content(name_), QByteArray("the older one"));
     }
 
     void EscStopsTheCheckOfTheCopy()

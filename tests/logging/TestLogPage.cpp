@@ -132,6 +132,16 @@ private Q_SLOTS:
         QCOMPARE(tail.rows.last().id, order_.last());
     }
 
+    void AnOldFileIsBroughtUpToDateOnTheWay()
+    {
+        Fill(25);
+        Sql("ALTER TABLE Tabla1 DROP COLUMN SOTA; DROP TABLE Contadores");
+        CheckPage();
+        QVERIFY(*SchemaIsCurrent(*store_));
+        for (const qint64 row : {-19, 0, 26, 1000})
+            QVERIFY(ReadLogPage(*store_, logName, row)->rows.isEmpty());
+    }
+
     void RowsWithoutDateComeLast()
     {
         Fill(3);

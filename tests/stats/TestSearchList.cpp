@@ -89,21 +89,23 @@ private Q_SLOTS:
 
     void EveryColumnSortsByItsText()
     {
-        constexpr int step = 9;
-        Store(300);
-        SearchList list(*store_);
-        std::vector<qint64> ids;
-        for (int id = 300; id > 0; id -= step)
-            ids.push_back(id);
-        list.Append(ids);
-        list.RemoveAt(3);
-        Sql("DELETE FROM Tabla1 WHERE id%11=0");
-        for (int subItem = 2; subItem < 22; ++subItem) {
-            for (const bool ascending : {true, false}) {
-                const QList<qint64> before = Ids(list), expected = ByShownText(list, subItem, ascending);
-                QVERIFY2(Sort(list, subItem, ascending), qPrintable(QString::number(subItem)));
-                QVERIFY2(Ids(list) == expected, qPrintable(QString::number(subItem)));
-                QVERIFY(before != expected);
+        for (const int step : {9, 2}) { // rows far from each other, and close together
+            init();
+            Store(300);
+            SearchList list(*store_);
+            std::vector<qint64> ids;
+            for (int id = 300; id > 0; id -= step)
+                ids.push_back(id);
+            list.Append(ids);
+            list.RemoveAt(3);
+            Sql("DELETE FROM Tabla1 WHERE id%11=0");
+            for (int subItem = 2; subItem < 22; ++subItem) {
+                for (const bool ascending : {true, false}) {
+                    const QList<qint64> before = Ids(list), expected = ByShownText(list, subItem, ascending);
+                    QVERIFY2(Sort(list, subItem, ascending), qPrintable(QString::number(subItem)));
+                    QVERIFY2(Ids(list) == expected, qPrintable(QString::number(subItem)));
+                    QVERIFY(before != expected);
+                }
             }
         }
     }

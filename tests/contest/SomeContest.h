@@ -2,13 +2,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "contest/ContestLogs.h"
 #include "contest/ContestTable.h"
-#include "support/FaultVfs.h"
+#include "support/Fixtures.h"
 
-#include <QTemporaryDir>
-#include <memory>
-
-// A database in a temporary folder, and contacts of a contest to put into it.
+// A database, and contacts of a contest to put into it.
 namespace SomeContest {
 
 inline const QString name = u"CQWW"_qs;
@@ -27,39 +25,14 @@ struct Contact {
 
 inline QsoRow Row(const Contact &contact)
 {
-    const auto text = [](const char16_t *value) { return QString::fromUtf16(value); };
-    QsoRow row;
-    row.Estacion = text(contact.call);
-    row.Modo = text(contact.mode);
-    row.Banda = text(contact.band);
-    row.Fecha = text(contact.date);
-    row.Hora = text(contact.time);
-    row.RSE = text(contact.rse);
-    row.RSR = text(contact.rsr);
-    row.MyCall = u"LU9ZZZ"_qs;
-    row.NombreLog = text(contact.contest);
-    row.LdA = row.NombreLog;
-    row.Nombre_Sat = text(contact.type);
-    row.Frecuencia = u"7050"_qs;
+    QsoRow row = RowOf(u"MyCall=LU9ZZZ;Frecuencia=7050"_qs);
+    const std::pair<QString QsoRow::*, const char16_t *> columns[] = {{&QsoRow::Estacion, contact.call},
+        {&QsoRow::Modo, contact.mode}, {&QsoRow::Banda, contact.band}, {&QsoRow::Fecha, contact.date},
+        {&QsoRow::Hora, contact.time}, {&QsoRow::RSE, contact.rse}, {&QsoRow::RSR, contact.rsr},
+        {&QsoRow::NombreLog, contact.contest}, {&QsoRow::LdA, contact.contest}, {&QsoRow::Nombre_Sat, contact.type}};
+    for (const auto &[column, value] : columns)
+        row.*column = QString::fromUtf16(value);
     return row;
-}
-
-// An empty database on a whole disk; null where it cannot be made.
-inline std::unique_ptr<LogStore> NewStore(const QTemporaryDir &folder)
-{
-    FaultVfs::Instance().Reset();
-    FaultVfs::Instance().SetRealSyncs(false);
-    auto store = std::make_unique<LogStore>(folder.filePath(u"base0.mdb"_qs), "fault");
-    return store->CreateEmpty() ? std::move(store) : nullptr;
-}
-
-// Stores them in one step; ids count on from the last.
-inline bool Store(LogStore &store, const QList<QsoRow> &rows)
-{
-    return static_cast<bool>(store.Write([&](Session &session) {
-        for (const QsoRow &row : rows)
-            ContestTable::Insert(session, row);
-    }));
 }
 
 // The `number`th contact of a long contest: every call once or twice, two modes, four bands.
@@ -75,4 +48,28 @@ inline QsoRow Numbered(int number)
     return row;
 }
 
+// So many of them.
+inline QList<QsoRow> Many(int count)
+{
+    QList<QsoRow> rows;
+    for (int number = 0; number < count; ++number)
+        rows << Numbered(number);
+    return rows;
+}
+
 } // namespace SomeContest
+
+class ContestTest : public StoreTest {
+    Q_OBJECT
+
+protected:
+    // Stores them in one step; ids count on from the last.
+    static bool Store(LogStore &store, const QList<QsoRow> &rows)
+    {
+        return static_cast<bool>(store.Write([&](Session &session) {
+            for (const QsoRow &row : rows)
+                ContestTable::Insert(session, row);
+        }));
+    }
+    bool Store(const QList<QsoRow> &rows) { return Store(*store_, rows); }
+};

@@ -2,15 +2,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "SomeContest.h"
 #include "contest/Analysis.h"
-#include "contest/ContestLogs.h"
 #include "contest/ContestLookup.h"
-#include "support/FaultVfs.h"
-#include "support/TestRegistry.h"
 
-#include <QFile>
 #include <QRandomGenerator>
-#include <QTemporaryDir>
-#include <QTest>
 
 using namespace SomeContest;
 
@@ -32,7 +26,6 @@ public:
         , countries_(countries)
     {
     }
-    void cleanup() { FaultVfs::Instance().Reset(); }
 
     void Analyse(const QString &contest)
     {
@@ -115,23 +108,16 @@ QList<QsoRow> TangledContest(quint32 seed)
 
 } // namespace
 
-class TestAnalysis : public QObject {
+class TestAnalysis : public ContestTest {
     Q_OBJECT
 
 private Q_SLOTS:
-    void init()
-    {
-        folder_ = std::make_unique<QTemporaryDir>();
-        store_ = NewStore(*folder_);
-        QVERIFY(store_);
-    }
-
     void MarksEqualThoseOfAStatementARow()
     {
         for (const quint32 seed : {1u, 2u, 3u}) {
             init();
             const DxccTable countries = SomeCountries();
-            const QString path = folder_->filePath(u"otra.mdb"_qs);
+            const QString path = Path(u"otra.mdb"_qs);
             LogStore told(path, "fault");
             QVERIFY(told.CreateEmpty());
             for (LogStore *store : {store_.get(), &told}) {
@@ -153,42 +139,36 @@ private Q_SLOTS:
         }
     }
 
-    void TheReport_data()
-    {
-        QTest::addColumn<QString>("type");
-        QTest::newRow("counting") << SerieType::Incremental;
-        QTest::newRow("fixed") << SerieType::Fija;
-    }
     void TheReport()
     {
-        QFETCH(QString, type);
-        QVERIFY(CreateContest(*store_, u"A/B: ¿qué?"_qs, type));
-        const char16_t *typeText = reinterpret_cast<const char16_t *>(type.utf16());
-        const char16_t *contest = u"A/B: ¿qué?";
-        // The newest contact holds the multiplier of its call and loses it as a duplicate.
-        QVERIFY(Store(*store_,
-            {Row({u"PY1O'H", u"SSB", u"160m", u"20261124", u"2310", u"2", u"8", contest, typeText}),
-                Row({u"CE1A", u"CW", u"40m", u"20261124", u"2300", u"1", u"7", contest, typeText}),
-                Row({u"CE1A", u"CW", u"40m", u"20261125", u"0030", u"3", u"7", contest, typeText})}));
-        Runs runs;
-        Run run(runs, {});
-        const auto path = AnalyseContest(*store_, files_, folder_->path(), SomeCountries(), u"A/B: ¿qué?"_qs, run);
-        QVERIFY(path);
-        QCOMPARE(*path, folder_->filePath(u"Analisis_A_B_ ¿qué_ ("_qs + type + u").txt"_qs));
-        QFile file(*path);
-        QVERIFY(file.open(QIODevice::ReadOnly));
-        const bool counting = type == SerieType::Incremental;
-        const QString rule(54, u'-');
-        QStringList lines{u"Concurso: A/B: ¿qué? ("_qs + type + u')', rule, u"       Estación: LU9ZZZ"_qs,
-            u"           QSOs: 3"_qs, u"     Duplicados: 1"_qs, u"Multiplicadores: 1"_qs,
-            u"   Tiempo Total: 1 hs. 30 min."_qs, u"           Rate: 2,00 QSOs/h."_qs};
-        if (counting)
-            lines << u"           CAHF: 30 puntos."_qs;
-        lines << rule << QString() << u"CW  40m  20261124 2300 LU9ZZZ       1      CE1A         7      >"_qs
-              << u"SSB 160m 20261124 2310 LU9ZZZ       2      PY1O'H       8      >"_qs
-                + (counting ? u"Brasil"_qs : u"8"_qs)
-              << u"CW  40m  20261125 0030 LU9ZZZ       3      CE1A         7      >Duplicado"_qs << QString();
-        QCOMPARE(QString::fromLatin1(file.readAll()), lines.join(u"\r\n"_qs));
+        for (const QString &type : {SerieType::Incremental, SerieType::Fija}) {
+            init();
+            QVERIFY(CreateContest(*store_, u"A/B: ¿qué?"_qs, type));
+            const char16_t *typeText = reinterpret_cast<const char16_t *>(type.utf16());
+            const char16_t *contest = u"A/B: ¿qué?";
+            // The newest contact holds the multiplier of its call and loses it as a duplicate.
+            QVERIFY(Store(*store_,
+                {Row({u"PY1O'H", u"SSB", u"160m", u"20261124", u"2310", u"2", u"8", contest, typeText}),
+                    Row({u"CE1A", u"CW", u"40m", u"20261124", u"2300", u"1", u"7", contest, typeText}),
+                    Row({u"CE1A", u"CW", u"40m", u"20261125", u"0030", u"3", u"7", contest, typeText})}));
+            Runs runs;
+            Run run(runs, {});
+            const auto path = AnalyseContest(*store_, files_, folder_->path(), SomeCountries(), u"A/B: ¿qué?"_qs, run);
+            QVERIFY(path);
+            QCOMPARE(*path, Path(u"Analisis_A_B_ ¿qué_ ("_qs + type + u").txt"_qs));
+            const bool counting = type == SerieType::Incremental;
+            const QString rule(54, u'-');
+            QStringList lines{u"Concurso: A/B: ¿qué? ("_qs + type + u')', rule, u"       Estación: LU9ZZZ"_qs,
+                u"           QSOs: 3"_qs, u"     Duplicados: 1"_qs, u"Multiplicadores: 1"_qs,
+                u"   Tiempo Total: 1 hs. 30 min."_qs, u"           Rate: 2,00 QSOs/h."_qs};
+            if (counting)
+                lines << u"           CAHF: 30 puntos."_qs;
+            lines << rule << QString() << u"CW  40m  20261124 2300 LU9ZZZ       1      CE1A         7      >"_qs
+                  << u"SSB 160m 20261124 2310 LU9ZZZ       2      PY1O'H       8      >"_qs
+                    + (counting ? u"Brasil"_qs : u"8"_qs)
+                  << u"CW  40m  20261125 0030 LU9ZZZ       3      CE1A         7      >Duplicado"_qs << QString();
+            QCOMPARE(QString::fromLatin1(*files_.ReadWhole(*path)), lines.join(u"\r\n"_qs));
+        }
     }
 
     void RatesAndTimes()
@@ -206,7 +186,7 @@ private Q_SLOTS:
     {
         QVERIFY(CreateContest(*store_, name, SerieType::Fija));
         QCOMPARE(Analyse().failure().text, u"Ningún Concurso con QSOs para analizar!"_qs);
-        QVERIFY(Store(*store_, {Row({})}));
+        QVERIFY(Store({Row({})}));
         const QList<QsoRow> before = *ContestRows(*store_, name);
         Runs runs;
         Run stopped(
@@ -215,7 +195,7 @@ private Q_SLOTS:
         QCOMPARE(cancelled.failure().kind, Failure::Kind::Cancelled);
         QVERIFY(*ContestRows(*store_, name) == before);
         Run run(runs, {});
-        QVERIFY(!AnalyseContest(*store_, files_, folder_->filePath(u"no"_qs), SomeCountries(), name, run));
+        QVERIFY(!AnalyseContest(*store_, files_, Path(u"no"_qs), SomeCountries(), name, run));
         QCOMPARE(ContestRows(*store_, name)->last().Perfil, u"12"_qs);
     }
 
@@ -226,10 +206,6 @@ private:
         Run run(runs, {});
         return AnalyseContest(*store_, files_, folder_->path(), SomeCountries(), name, run);
     }
-
-    FileSystem files_;
-    std::unique_ptr<QTemporaryDir> folder_;
-    std::unique_ptr<LogStore> store_;
 };
 
 TORDILLO_TEST(TestAnalysis)

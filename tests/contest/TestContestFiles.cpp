@@ -2,26 +2,14 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "contest/ContestEdit.h"
 #include "contest/Macros.h"
-#include "core/Logbook.h"
 #include "keyer/CwSettings.h"
-#include "support/FixedClock.h"
-#include "support/TestRegistry.h"
-
-#include <QFile>
-#include <QTemporaryDir>
-#include <QTest>
+#include "support/Fixtures.h"
 
 // What the contest windows check and keep without the database.
-class TestContestFiles : public QObject {
+class TestContestFiles : public LogbookTest {
     Q_OBJECT
 
 private Q_SLOTS:
-    void init()
-    {
-        folder_ = std::make_unique<QTemporaryDir>();
-        logbook_ = std::make_unique<Logbook>(folder_->path(), files_, clock_);
-    }
-
     void EditedFields()
     {
         const auto frequency = ContestEdit::CheckFrequency;
@@ -42,7 +30,8 @@ private Q_SLOTS:
         const auto time = ContestEdit::CheckTime;
         QCOMPARE(time(u"2359"_qs), QString());
         QCOMPARE(time(u"23:5"_qs), u"Error en la HORA, formato HHMM!"_qs);
-        QCOMPARE(time(u"2360"_qs), u"Error en la HORA 2360!"_qs);
+        for (const QString &bad : {u"2360"_qs, u"2400"_qs})
+            QCOMPARE(time(bad), u"Error en la HORA %1!"_qs.arg(bad));
     }
 
     void KeyerSettings()
@@ -52,7 +41,7 @@ private Q_SLOTS:
             {"COM20", u"COM20"_qs, false}, {"COM21\r\n1", u"COM1"_qs, true},
             {QByteArray("\0\xff\x81\r\r\r", 6), u"COM1"_qs, false}};
         for (const auto &[content, port, dtr] : contents) {
-            Write(u"varCW.cfg"_qs, content);
+            Put(u"varCW.cfg"_qs, content);
             QVERIFY((ReadCwSettings(*logbook_) == CwSettings{port, dtr}));
             QVERIFY(SaveKeyerSettings(*logbook_, {port, dtr}));
             QCOMPARE(Content(u"varCW.cfg"_qs), port.toLatin1() + (dtr ? "\r\n 1 \r\n" : "\r\n 0 \r\n"));
@@ -69,7 +58,7 @@ private Q_SLOTS:
         QCOMPARE(Content(file),
             QByteArray("macro1=CQ #MISD# #MISD# >>TEST<<\r\nmacro2=#SUSD# >>#RST#<< #SERIE# #SERIE#\r\nmacro3=TU\r\n"
                        "macro4=#MISD#\r\nmacro5=#SUSD#\r\nmacro6=AGN\r\nmacro7=NR?\r\n"));
-        Write(file, "macro7=QRZ?\r\nMacro1=x\r\n macro3=GRACIAS macro3=\xd1\r\nmacro8=no\r\nmacro6=\r\n");
+        Put(file, "macro7=QRZ?\r\nMacro1=x\r\n macro3=GRACIAS macro3=\xd1\r\nmacro8=no\r\nmacro6=\r\n");
         macros[0] = u"viejo"_qs;
         QVERIFY(LoadMacros(*logbook_, macros));
         const MacroTexts expected{
@@ -88,23 +77,6 @@ private Q_SLOTS:
         QCOMPARE(QStringList(captions.begin(), captions.end()).join(u','),
             u"F1-CQ,F2-Serie,F3-TU,F4-LU9ZZZ,F5-SuCall,F6-AGN?,F7- NR?"_qs);
     }
-
-private:
-    void Write(const QString &name, const QByteArray &content)
-    {
-        QFile file(folder_->filePath(name));
-        QVERIFY(file.open(QIODevice::WriteOnly) && file.write(content) == content.size());
-    }
-    QByteArray Content(const QString &name)
-    {
-        QFile file(folder_->filePath(name));
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-    }
-
-    FileSystem files_;
-    FixedClock clock_;
-    std::unique_ptr<QTemporaryDir> folder_;
-    std::unique_ptr<Logbook> logbook_;
 };
 
 TORDILLO_TEST(TestContestFiles)

@@ -1,27 +1,13 @@
 // SPDX-FileCopyrightText: 2026 The Tordillo Compact authors
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "SomeContest.h"
-#include "contest/ContestLogs.h"
-#include "support/FaultVfs.h"
-#include "support/RawDatabase.h"
-#include "support/TestRegistry.h"
-
-#include <QTemporaryDir>
-#include <QTest>
 
 using namespace SomeContest;
 
-class TestContestLogs : public QObject {
+class TestContestLogs : public ContestTest {
     Q_OBJECT
 
 private Q_SLOTS:
-    void init()
-    {
-        folder_ = std::make_unique<QTemporaryDir>();
-        store_ = NewStore(*folder_);
-        QVERIFY(store_);
-    }
-    void cleanup() { FaultVfs::Instance().Reset(); }
 
     void AContestLivesByItsHeaderRow()
     {
@@ -29,26 +15,25 @@ private Q_SLOTS:
         QVERIFY(!*ContestExists(*store_, name));
         QVERIFY(CreateContest(*store_, name, SerieType::Incremental));
         QVERIFY(CreateContest(*store_, u"Ñandú"_qs, SerieType::Fija));
-        QVERIFY(Store(*store_, {Row({}), Row({u"LU2ABC"})}));
+        QVERIFY(Store({Row({}), Row({u"LU2ABC"})}));
         const QList<ContestLog> expected{{name, SerieType::Incremental, 2}, {u"Ñandú"_qs, SerieType::Fija, 0}};
         QCOMPARE(*ListContests(*store_), expected);
         QCOMPARE(ContestsWithQsos(expected), expected.first(1));
-        RawDatabase raw(store_->Path());
-        QCOMPARE(
-            raw.Value("SELECT Modo||Banda||MyCall||Estacion||Fecha||Hora||RSE||RSR||Obs||Frecuencia||'|'||LdA||'|'||"
-                      "Nombre_Sat FROM Tabla2 WHERE id=1"),
+        QCOMPARE(Value("SELECT Modo||Banda||MyCall||Estacion||Fecha||Hora||RSE||RSR||Obs||Frecuencia||'|'||LdA||'|'||"
+                       "Nombre_Sat FROM Tabla2 WHERE id=1"),
             u"|CQWW|Incremental"_qs);
-        QCOMPARE(raw.Value("SELECT Operador IS NULL AND MiGrid IS NULL AND Argento IS NULL AND SOTA IS NULL "
-                           "FROM Tabla2 WHERE id=1"),
+        QCOMPARE(Value("SELECT Operador IS NULL AND MiGrid IS NULL AND Argento IS NULL AND SOTA IS NULL "
+                       "FROM Tabla2 WHERE id=1"),
             u"1"_qs);
 
         QVERIFY(DeleteContest(*store_, u"cqww"_qs));
         QCOMPARE(*ListContests(*store_), expected.last(1));
-        QCOMPARE(raw.Value("SELECT count(*) FROM Tabla2"), u"1"_qs);
+        QCOMPARE(Value("SELECT count(*) FROM Tabla2"), u"1"_qs);
     }
 
     void NamesDifferByMoreThanCase()
     {
+        QCOMPARE(CleanContestName(u"'L'A''"_qs), u"LA"_qs);
         QVERIFY(!*ContestExists(*store_, QString()));
         for (const QString &created : {u"CQWW"_qs, u"AÑO"_qs, u"a\" OR 1=1 --"_qs, QString()})
             QVERIFY(CreateContest(*store_, created, SerieType::Fija));
@@ -64,24 +49,11 @@ private Q_SLOTS:
             {Row({.mode = u"", .contest = u"A", .type = u"Fija"}), Row({.contest = u"A", .type = u"Incremental"}),
                 Row({.mode = u"", .contest = u"B", .type = u" Incremental "}),
                 Row({.contest = u"b", .type = u"incremental"}), Row({.mode = u"", .contest = u"C", .type = u"Fija"})}));
-        QVERIFY(store_->Write(
-            [](Session &session) { session.Execute(u"UPDATE Tabla2 SET Nombre_Sat=NULL WHERE LdA='C'"_qs); }));
+        Sql("UPDATE Tabla2 SET Nombre_Sat=NULL WHERE LdA='C'");
         const QList<ContestLog> expected{
             {u"A"_qs, u"Fija"_qs, 1}, {u"B"_qs, u"Incremental"_qs, 1}, {u"C"_qs, u"Incremental"_qs, 0}};
         QCOMPARE(*ListContests(*store_), expected);
     }
-
-    void TextsAreAsTheOperatorKnowsThem()
-    {
-        QCOMPARE(CleanContestName(u"'L'A''"_qs), u"LA"_qs);
-        QCOMPARE(
-            ContestExistsMessage(u"X"_qs), u"Ya existe un concurso creado con el nombre X\n\nElija otro nombre!"_qs);
-        QCOMPARE(DeleteContestQuestion(u"X"_qs), u"Elimina el concursoX?\n\nLos datos no se podrán recuperar!"_qs);
-    }
-
-private:
-    std::unique_ptr<QTemporaryDir> folder_;
-    std::unique_ptr<LogStore> store_;
 };
 
 TORDILLO_TEST(TestContestLogs)

@@ -3,38 +3,23 @@
 #include "SomeContest.h"
 #include "contest/ContestEdit.h"
 #include "contest/ContestImport.h"
-#include "contest/ContestLogs.h"
 #include "contest/ContestLookup.h"
-#include "core/Schema.h"
-#include "support/FaultVfs.h"
 #include "support/PowerCut.h"
-#include "support/TestRegistry.h"
-
-#include <QTemporaryDir>
-#include <QTest>
 
 using namespace SomeContest;
 
-class TestContestLookup : public QObject {
+class TestContestLookup : public ContestTest {
     Q_OBJECT
 
 private Q_SLOTS:
     void init()
     {
-        folder_ = std::make_unique<QTemporaryDir>();
-        store_ = NewStore(*folder_);
-        QVERIFY(store_);
+        StoreTest::init();
         QVERIFY(CreateContest(*store_, name, SerieType::Incremental));
     }
-    void cleanup()
-    {
-        store_.reset();
-        FaultVfs::Instance().Reset();
-    }
-
     void AnEmptyContestHasNothingToTell()
     {
-        QVERIFY(Store(*store_, {Row({.contest = u"Otro"})}));
+        QVERIFY(Store({Row({.contest = u"Otro"})}));
         QCOMPARE(*LastContestValue(*store_, name, ContestValue::Mode), QString());
         QCOMPARE(*LastContestSerial(*store_, name, u"SSB"_qs), QString());
         QVERIFY(!*LastContestQso(*store_, name));
@@ -62,11 +47,7 @@ private Q_SLOTS:
             {Row({.time = u"2100"}), Row({.time = u"2200"}), Row({.mode = u"CW", .time = u"2300"}),
                 Row({.contest = u"Otro"})}));
         const auto times = [this](const QString &call, const QString &mode, const QString &band) {
-            QStringList found;
-            const QList<QsoRow> rows = *FindContestDuplicates(*store_, name, call, mode, band);
-            for (const QsoRow &row : rows)
-                found << row.Hora;
-            return found.join(u' ');
+            return Column(*FindContestDuplicates(*store_, name, call, mode, band), &QsoRow::Hora);
         };
         QCOMPARE(times(u"lu1abc"_qs, u"PH"_qs, u"40M"_qs), u"2200 2100"_qs); // PH is SSB
         QCOMPARE(times(u"LU1ABC"_qs, u"SSB"_qs, u"20m"_qs), QString());
@@ -80,9 +61,7 @@ private Q_SLOTS:
         const QsoRow first = Row({.rsr = u"O'H"});
         const auto id = StoreContestQso(*store_, first);
         QVERIFY(id && *id);
-        QsoRow later = first;
-        later.Hora = u"2359"_qs;
-        later.Frecuencia = u"7100"_qs;
+        const QsoRow later = RowOf(u"Hora=2359;Frecuencia=7100"_qs, first);
         QVERIFY(*QsoAlreadyStored(*store_, later));
         QVERIFY(!*StoreContestQso(*store_, later));
         for (QString QsoRow::*column : {&QsoRow::Fecha, &QsoRow::RSE, &QsoRow::RSR, &QsoRow::Modo, &QsoRow::Banda,
@@ -100,10 +79,8 @@ private Q_SLOTS:
             *store_, {Row({u"LU1ABC", u"CW"}), Row({.contest = u"Otro"}), Row({.call = u"LU2ABC", .time = u"0001"})}));
         const QList<QsoRow> rows = *ContestListLoad(*store_, u"cqww"_qs);
         QCOMPARE(rows.size(), 2);
-        QsoRow expected = Row({.call = u"LU2ABC", .time = u"0001"});
+        QsoRow expected = RowOf(u"NombreLog=;Frecuencia="_qs, Row({.call = u"LU2ABC", .time = u"0001"}));
         expected.id = 4;
-        expected.NombreLog.clear();
-        expected.Frecuencia.clear();
         QVERIFY(rows.first() == expected);
         QCOMPARE(rows.last().Modo, u"CW"_qs);
     }
@@ -111,18 +88,12 @@ private Q_SLOTS:
     // Counted in pages read, which are few by an index and hundreds without.
     void NothingGrowsWithTheContest()
     {
-        QList<QsoRow> rows;
-        for (int number = 0; number < 20'000; ++number)
-            rows << Numbered(number);
-        FaultVfs::Instance().SetRecording(false);
-        QVERIFY(Store(*store_, rows));
+        QVERIFY(Store(Many(20'000)));
         const auto sparing = [this](auto ask) {
             store_->Close();
-            FaultVfs::Instance().Reset();
-            FaultVfs::Instance().SetRecording(false);
-            FaultVfs::Instance().FailReads(50, 1'000'000);
+            Disk().FailReads(50, 1'000'000);
             const auto answer = ask();
-            FaultVfs::Instance().Reset();
+            HealDisk();
             return static_cast<bool>(answer);
         };
         QVERIFY(!sparing([&] { return ContestListLoad(*store_, name); })); // the measure measures
@@ -140,12 +111,13 @@ private Q_SLOTS:
     void AContactThatWasShownSurvivesAPowerCut()
     {
         constexpr int contacts = 12;
+        Disk().SetRecording(true);
         for (int number = 1; number <= contacts; ++number) {
             QVERIFY(*StoreContestQso(*store_, Numbered(number)));
-            FaultVfs::Instance().Mark(number);
+            Disk().Mark(number);
         }
-        const std::vector<FaultEvent> recording = FaultVfs::Instance().Recording();
-        FaultVfs::Instance().SetRecording(false);
+        const std::vector<FaultEvent> recording = Disk().Recording();
+        Disk().SetRecording(false);
         const auto check = [](const PowerCut::Cut &cut) -> QString {
             LogStore store(cut.folder + u"/base0.mdb"_qs, "fault");
             if (cut.marks.empty())
@@ -162,7 +134,7 @@ private Q_SLOTS:
 
     void AnEditKeepsTheContestOfTheRow()
     {
-        QVERIFY(Store(*store_, {Row({}), Row({.call = u"LU2ABC"})}));
+        QVERIFY(Store({Row({}), Row({.call = u"LU2ABC"})}));
         const QsoRow before = **FindContestQso(*store_, 2);
         ContestEditFields fields = ContestEdit::FromRow(before);
         fields = {2, u"20m"_qs, u"CW"_qs, u"LU9ZZZ/D"_qs, u"LU3O'H"_qs, u"14020"_qs, u"20261125"_qs, u"0001"_qs,
@@ -183,7 +155,7 @@ private Q_SLOTS:
             const QsoRow row = Row(of);
             return CabrilloReader::Contact{row, row.Fecha, 1};
         };
-        QVERIFY(Store(*store_, {Row({})}));
+        QVERIFY(Store({Row({})}));
         const auto imported = StoreImportedContacts(*store_,
             {contact({.date = u"20261125"}), contact({.band = u"20m"}), contact({.band = u"20m", .rsr = u"99"}),
                 contact({.date = u""})});
@@ -191,10 +163,6 @@ private Q_SLOTS:
         QCOMPARE(imported->stored.size(), 2);
         QVERIFY((*LastContestQso(*store_, name))->id == imported->stored.last().id);
     }
-
-private:
-    std::unique_ptr<QTemporaryDir> folder_;
-    std::unique_ptr<LogStore> store_;
 };
 
 TORDILLO_TEST(TestContestLookup)

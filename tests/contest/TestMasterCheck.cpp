@@ -2,12 +2,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "contest/MasterCheck.h"
 #include "core/Wildcard.h"
-#include "support/TestRegistry.h"
+#include "support/Fixtures.h"
 
-#include <QFile>
 #include <QRandomGenerator>
-#include <QTemporaryDir>
-#include <QTest>
 
 namespace {
 
@@ -51,28 +48,22 @@ QString Shown(const QList<MasterHit> &hits)
 
 } // namespace
 
-class TestMasterCheck : public QObject {
+class TestMasterCheck : public FolderTest {
     Q_OBJECT
 
 private Q_SLOTS:
-    void PrefixesComeFirstThenTheNearOnes_data()
-    {
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<QString>("hits");
-        QTest::newRow("two characters") << u"LU"_qs << QString();
-        QTest::newRow("three") << u"LU1"_qs << u"LU1ABC LU1ABD LU1ABC LU7ABC--!!!! LU2XYZ--!!!! LU7--!"_qs;
-        QTest::newRow("in full") << u"LU1ABC"_qs << u"LU1ABC LU1ABC LU7ABC--!---"_qs;
-        QTest::newRow("small letters") << u"lu7abc"_qs << u"LU7ABC LU7ABC LU1ABC--!---"_qs;
-        QTest::newRow("doubtful behind the third") << u"LU1?BD"_qs << u"LU1ABD---!--"_qs;
-        QTest::newRow("longer than the key") << u"PY1LONGCALL/P"_qs << u"PY1LONGCALL/P PY2LONGCALL/P--!----------"_qs;
-        QTest::newRow("a character of the same low byte") << u"CE1\u0141A"_qs << QString();
-    }
     void PrefixesComeFirstThenTheNearOnes()
     {
-        QFETCH(QString, text);
         const MasterCheck list({u"LU7ABC"_qs, u"LU1ABC"_qs, u"AA"_qs, u""_qs, u"LU1ABD"_qs, u"LU7ABC"_qs, u"LU2XYZ"_qs,
             u"LU1ABC"_qs, u"LU"_qs, u"LU7"_qs, u"PY1LONGCALL/P"_qs, u"PY2LONGCALL/P"_qs, u"CE1AA"_qs});
-        QTEST(Shown(list.Search(text)), "hits");
+        const std::pair<QString, QString> rows[] = {{u"LU"_qs, {}},
+            {u"LU1"_qs, u"LU1ABC LU1ABD LU1ABC LU7ABC--!!!! LU2XYZ--!!!! LU7--!"_qs},
+            {u"LU1ABC"_qs, u"LU1ABC LU1ABC LU7ABC--!---"_qs}, {u"lu7abc"_qs, u"LU7ABC LU7ABC LU1ABC--!---"_qs},
+            {u"LU1?BD"_qs, u"LU1ABD---!--"_qs}, // doubtful behind the third
+            {u"PY1LONGCALL/P"_qs, u"PY1LONGCALL/P PY2LONGCALL/P--!----------"_qs}, // longer than the key
+            {u"CE1\u0141A"_qs, {}}}; // a character of the same low byte
+        for (const auto &[text, hits] : rows)
+            QCOMPARE(Shown(list.Search(text)), hits);
     }
 
     void TheIndexFindsWhatAScanFinds()
@@ -102,28 +93,23 @@ private Q_SLOTS:
         QVERIFY(near > 1000 && hits > near + 1000);
     }
 
-    void AFileIsReadWhateverItsLineEnds_data()
-    {
-        QTest::addColumn<QByteArray>("content");
-        QTest::addColumn<QString>("calls");
-        QTest::addColumn<QDate>("date");
-        const QDate date(2026, 11, 24);
-        QTest::newRow("LF CR") << QByteArray("#24/11/2026#\n\r LU1ABC \n\rlu2abc\n\r") << u"LU1ABC LU2ABC"_qs << date;
-        QTest::newRow("CR LF") << QByteArray("LU1ABC\r\n\r\n#11/24/2026#\r\nLU2ABC") << u"LU1ABC LU2ABC"_qs << date;
-        QTest::newRow("no date") << QByteArray("#hoy#\n\rLU1ABC") << u"LU1ABC"_qs << QDate();
-    }
     void AFileIsReadWhateverItsLineEnds()
     {
-        QFETCH(QByteArray, content);
-        QFETCH(QDate, date);
-        QVERIFY(Write(u"master.txt"_qs, content));
-        QStringList reports;
-        const MasterCheck list = LoadMasterFile(files_, folder_.filePath(u"master.txt"_qs),
-            [&](int line, const QString &) { reports << QString::number(line); });
-        QTEST(list.Calls().join(u' '), "calls");
-        QCOMPARE(list.Date().value_or(QDate()), date);
-        QCOMPARE(reports.join(u' '), content.contains("hoy") ? u"1"_qs : QString());
-        QVERIFY(LoadMasterFile(files_, folder_.filePath(u"no.txt"_qs)).Calls().isEmpty());
+        const QDate day(2026, 11, 24);
+        const std::tuple<QByteArray, QString, QDate, QString> rows[] = {
+            {"#24/11/2026#\n\r LU1ABC \n\rlu2abc\n\r", u"LU1ABC LU2ABC"_qs, day, {}},
+            {"LU1ABC\r\n\r\n#11/24/2026#\r\nLU2ABC", u"LU1ABC LU2ABC"_qs, day, {}},
+            {"#hoy#\n\rLU1ABC", u"LU1ABC"_qs, {}, u"1"_qs}};
+        for (const auto &[content, calls, date, lines] : rows) {
+            Put(u"master.txt"_qs, content);
+            QStringList reports;
+            const MasterCheck list = LoadMasterFile(
+                files_, Path(u"master.txt"_qs), [&](int line, const QString &) { reports << QString::number(line); });
+            QCOMPARE(list.Calls().join(u' '), calls);
+            QCOMPARE(list.Date().value_or(QDate()), date);
+            QCOMPARE(reports.join(u' '), lines);
+        }
+        QVERIFY(LoadMasterFile(files_, Path(u"no.txt"_qs)).Calls().isEmpty());
     }
 
     void DatesOfTheList()
@@ -136,27 +122,14 @@ private Q_SLOTS:
 
     void AListIsBuiltOfOldAndNew()
     {
-        QVERIFY(Write(u"datos6.txt"_qs, "LU3ABC\r\n\r\nLU1ABC\r\nlu4abc\r\n"));
-        const QString output = folder_.filePath(u"master_hoy.txt"_qs);
-        const auto build =
-            BuildMasterList(files_, folder_.filePath(u"datos6.txt"_qs), {u"LU1ABC"_qs, u"LU2ABC"_qs}, output);
+        Put(u"datos6.txt"_qs, "LU3ABC\r\n\r\nLU1ABC\r\nlu4abc\r\n");
+        const QString output = Path(u"master_hoy.txt"_qs);
+        const auto build = BuildMasterList(files_, Path(u"datos6.txt"_qs), {u"LU1ABC"_qs, u"LU2ABC"_qs}, output);
         QVERIFY(build);
         QCOMPARE(MasterBuildTexts(*build).join(u','), u"NUEVO 3,ACTUAL 2,AGREGA 2,QUEDA 4"_qs);
-        QFile file(output);
-        QVERIFY(file.open(QIODevice::ReadOnly));
-        QCOMPARE(file.readAll(), QByteArray("LU1ABC\r\nLU2ABC\r\nLU3ABC\r\nLU4ABC\r\n"));
-        QVERIFY(!BuildMasterList(files_, QString(), {}, folder_.filePath(u"no/master.txt"_qs)));
+        QCOMPARE(Content(u"master_hoy.txt"_qs), QByteArray("LU1ABC\r\nLU2ABC\r\nLU3ABC\r\nLU4ABC\r\n"));
+        QVERIFY(!BuildMasterList(files_, QString(), {}, Path(u"no/master.txt"_qs)));
     }
-
-private:
-    bool Write(const QString &name, const QByteArray &content)
-    {
-        QFile file(folder_.filePath(name));
-        return file.open(QIODevice::WriteOnly) && file.write(content) == content.size();
-    }
-
-    QTemporaryDir folder_;
-    FileSystem files_;
 };
 
 TORDILLO_TEST(TestMasterCheck)

@@ -1,30 +1,19 @@
 // SPDX-FileCopyrightText: 2026 The Tordillo Compact authors
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "SomeContest.h"
-#include "contest/ContestLogs.h"
 #include "contest/Transfer.h"
-#include "support/FaultVfs.h"
-#include "support/RawDatabase.h"
-#include "support/TestRegistry.h"
-
-#include <QTemporaryDir>
-#include <QTest>
 
 using namespace SomeContest;
 
-class TestTransfer : public QObject {
+class TestTransfer : public ContestTest {
     Q_OBJECT
 
 private Q_SLOTS:
     void init()
     {
-        folder_ = std::make_unique<QTemporaryDir>();
-        store_ = NewStore(*folder_);
-        QVERIFY(store_);
+        StoreTest::init();
         QVERIFY(CreateContest(*store_, name, SerieType::Incremental));
-        raw_ = std::make_unique<RawDatabase>(store_->Path());
     }
-    void cleanup() { FaultVfs::Instance().Reset(); }
 
     void AContactBecomesOneOfTheGeneralLog()
     {
@@ -54,37 +43,37 @@ private Q_SLOTS:
             {Row({}), Row({.call = u"LU2ABC", .time = u"2100"}), Row({.call = u"LU2ABC", .time = u"2109"}),
                 Row({.call = u"LU2ABC", .time = u"2119"}), Row({.contest = u"Otro"}),
                 Row({.call = u"LU3ABC", .band = u"30m"})}));
-        QVERIFY(raw_->Run("INSERT INTO Tabla1 (Modo,Banda,MyCall,Estacion,Fecha,Hora,\"Nombre Log\") VALUES "
-                          "('SSB','40m','LU9ZZZ','LU1ABC','2026-11-24','21:20:00','Ajeno')"));
+        Sql("INSERT INTO Tabla1 (Modo,Banda,MyCall,Estacion,Fecha,Hora,\"Nombre Log\") VALUES "
+            "('SSB','40m','LU9ZZZ','LU1ABC','2026-11-24','21:20:00','Ajeno')");
         const auto first = Transfer();
         QCOMPARE(TransferMessage(*first), u"Transferencia:\nCopiados: 4\nDuplicados: 1"_qs);
         QCOMPARE(
-            raw_->Value(
+            Value(
                 "SELECT group_concat(Estacion||' '||Fecha||' '||Hora||' '||Frecuencia,',') FROM (SELECT * FROM Tabla1 "
                 "WHERE \"Nombre Log\"='Base' ORDER BY id)"),
             u"LU1ABC 2026-11-24 21:15:00 7.000,LU2ABC 2026-11-24 21:00:00 7.000,LU2ABC 2026-11-24 21:19:00 7.000,"
             "LU3ABC 2026-11-24 21:15:00 7.000"_qs);
         const auto second = Transfer();
         QCOMPARE(TransferMessage(*second), u"Transferencia:\nCopiados: 0\nDuplicados: 5"_qs);
-        QCOMPARE(raw_->Value("SELECT count(*) FROM Tabla2"), u"7"_qs);
+        QCOMPARE(Value("SELECT count(*) FROM Tabla2"), u"7"_qs);
     }
 
     void AFailureCopiesNothing()
     {
-        QVERIFY(Fill(2000));
+        QVERIFY(Store(Many(2000)));
         store_->Close();
-        FaultVfs::Instance().FailWrites(40, FaultVfs::forever, FaultVfs::Trouble::DiskFull);
+        Disk().FailWrites(40, FaultVfs::forever, FaultVfs::Trouble::DiskFull);
         const auto failed = Transfer();
         QVERIFY(!failed);
         QCOMPARE(failed.failure().kind, Failure::Kind::Full);
-        FaultVfs::Instance().Reset();
+        HealDisk();
         store_->Close();
         QCOMPARE(Transfer()->copied, 2000);
     }
 
     void StoppedOnTheWayItKeepsWhatItLookedAt()
     {
-        QVERIFY(Fill(2500));
+        QVERIFY(Store(Many(2500)));
         int steps = 0;
         Runs runs;
         Run run(
@@ -97,7 +86,7 @@ private Q_SLOTS:
         const auto stopped = TransferContest(*store_, run, name, u"Base"_qs);
         QVERIFY(stopped->cancelled);
         QCOMPARE(stopped->copied, 200);
-        QCOMPARE(raw_->Value("SELECT count(*) FROM Tabla1"), u"200"_qs);
+        QCOMPARE(Value("SELECT count(*) FROM Tabla1"), u"200"_qs);
         QCOMPARE(Transfer()->copied, 2300);
     }
 
@@ -110,24 +99,12 @@ private Q_SLOTS:
     }
 
 private:
-    // Contacts that are no repeats of each other.
-    bool Fill(int count)
-    {
-        QList<QsoRow> rows;
-        for (int number = 0; number < count; ++number)
-            rows << Numbered(number);
-        return Store(*store_, rows);
-    }
     Result<Transferred> Transfer()
     {
         Runs runs;
         Run run(runs, {});
         return TransferContest(*store_, run, name, u"Base"_qs);
     }
-
-    std::unique_ptr<QTemporaryDir> folder_;
-    std::unique_ptr<LogStore> store_;
-    std::unique_ptr<RawDatabase> raw_;
 };
 
 TORDILLO_TEST(TestTransfer)

@@ -1,46 +1,26 @@
 // SPDX-FileCopyrightText: 2026 The Tordillo Compact authors
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "core/CodePage.h"
-#include "core/Logbook.h"
-#include "core/QsoTable.h"
-#include "core/Schema.h"
 #include "core/TextFile.h"
-#include "support/FixedClock.h"
-#include "support/RawDatabase.h"
-#include "support/TestRegistry.h"
+#include "support/Fixtures.h"
 
-#include <QFile>
 #include <QRandomGenerator>
-#include <QTemporaryDir>
-#include <QTest>
 
 namespace {
 
 Configuration Full()
 {
+    using C = Configuration;
     Configuration c;
-    c.Estacion = u"LU9ZZZ"_qs;
-    c.Operador = u"LU1AAA"_qs;
-    c.DiferUTC = u"-3"_qs;
-    c.LogenUso = u"Log inicial"_qs;
-    c.GridLoca = u"GF05AB"_qs;
-    c.UserLdA = u"lu@ejemplo.ar"_qs;
-    c.PassLdA = u"clara"_qs;
-    c.NoBorrar = c.Pantalla = c.Activac = true;
-    c.MySOTA = u"LUD/DA-001"_qs;
-    c.MyPOTA = u"AR-0001"_qs;
-    c.HAMQuser = u"ham"_qs;
-    c.HAMQpass = u"Contraseña"_qs;
-    c.LDAQ_web = u"https://lda.example"_qs;
-    c.LDAQuser = u"lda"_qs;
-    c.LDAQpass = u"~~~"_qs;
-    c.eQSLuser = u"eqsl"_qs;
-    c.eQSLpass = u"x y=z"_qs;
-    c.ArcAudio = u"C:\\audio\\llamada.mp3"_qs;
-    c.Puerto = u"COM3"_qs;
-    c.PinPTT = c.BuscaE = true;
-    c.TAntes = u"100"_qs;
-    c.TDespues = u"200"_qs;
+    const std::pair<QString C::*, const char16_t *> texts[] = {{&C::Estacion, u"LU9ZZZ"}, {&C::Operador, u"LU1AAA"},
+        {&C::DiferUTC, u"-3"}, {&C::LogenUso, u"Log inicial"}, {&C::GridLoca, u"GF05AB"},
+        {&C::UserLdA, u"lu@ejemplo.ar"}, {&C::PassLdA, u"clara"}, {&C::MySOTA, u"LUD/DA-001"}, {&C::MyPOTA, u"AR-0001"},
+        {&C::HAMQuser, u"ham"}, {&C::HAMQpass, u"Contraseña"}, {&C::LDAQ_web, u"https://lda.example"},
+        {&C::LDAQuser, u"lda"}, {&C::LDAQpass, u"~~~"}, {&C::eQSLuser, u"eqsl"}, {&C::eQSLpass, u"x y=z"},
+        {&C::ArcAudio, u"C:\\audio\\llamada.mp3"}, {&C::Puerto, u"COM3"}, {&C::TAntes, u"100"}, {&C::TDespues, u"200"}};
+    for (const auto &[field, text] : texts)
+        c.*field = QString::fromUtf16(text);
+    c.NoBorrar = c.Pantalla = c.Activac = c.PinPTT = c.BuscaE = true;
     return c;
 }
 
@@ -52,16 +32,12 @@ Configuration Read(const QStringList &lines, Configuration from = {})
 
 } // namespace
 
-class TestConfiguration : public QObject {
+class TestConfiguration : public LogbookTest {
     Q_OBJECT
 
-private Q_SLOTS:
-    void init()
-    {
-        folder_ = std::make_unique<QTemporaryDir>();
-        logbook_ = std::make_unique<Logbook>(folder_->path(), files_, clock_);
-    }
+    QString Config() const { return logbook_->PathOf(u"config.ini"_qs); }
 
+private Q_SLOTS:
     void TheFileHasItsTwentyFiveLines()
     {
         Configuration c = Full();
@@ -75,8 +51,8 @@ private Q_SLOTS:
             u"Estacion=|Operador=|DiferUTC=|LogenUso=|GridLoca=|UserLdA_=|PassLdA_=|NoBorrar=|Pantalla=|MySOTA__=|"
             "MyPOTA__=|Activac_=|HAMQuser=|HAMQpass=|LDAQ_web=|LDAQuser=|LDAQpass=|eQSLuser=|eQSLpass=|ArcAudio=|"
             "Puerto  =|PinPTT  =|TAntes  =|TDespues=|BuscaE  ="_qs);
-        QCOMPARE(lines[0], u"Estacion=LU9ZZZ"_qs);
-        QCOMPARE(lines[1], u"Operador=LU1AAA/P"_qs);
+        QCOMPARE((QStringList{lines[0], lines[1], lines[3], lines[6], lines[21]}.join(u'|')),
+            u"Estacion=LU9ZZZ|Operador=LU1AAA/P|LogenUso=Otro|PassLdA_=clara|PinPTT  =1"_qs);
         QVERIFY(!lines[13].contains(c.HAMQpass) && !lines[16].contains(c.LDAQpass) && !lines[18].contains(c.eQSLpass));
         QVERIFY(Read(ConfigLines(Full(), u"Log inicial"_qs)) == Full());
         QVERIFY(Read(ConfigLines({}, {})) == Configuration());
@@ -86,8 +62,11 @@ private Q_SLOTS:
     {
         // Each line, and what the same keys hold after it is read over a full configuration.
         const std::pair<QString, QString> rows[] = {{u"Activac_=0"_qs, u"Activac_=1"_qs},
-            {u"Puerto  ="_qs, u"Puerto  =COM3"_qs}, {u"GridLoca="_qs, u"GridLoca="_qs},
-            {u"PinPTT  =2"_qs, u"PinPTT  =0"_qs}, {u"estacion=LU1XX"_qs, u"Estacion=LU9ZZZ"_qs},
+            {u"Puerto  ="_qs, u"Puerto  =COM3"_qs}, {u"TAntes  ="_qs, u"TAntes  =100"_qs},
+            {u"TDespues="_qs, u"TDespues=200"_qs}, {u"GridLoca="_qs, u"GridLoca="_qs},
+            {u"NoBorrar=0"_qs, u"NoBorrar=0"_qs}, {u"PinPTT  =2"_qs, u"PinPTT  =0"_qs},
+            {u"BuscaE  =si"_qs, u"BuscaE  =0"_qs}, {u"Puerto=COM9"_qs, u"Puerto  =COM3"_qs}, // no such key
+            {u"estacion=LU1XX"_qs, u"Estacion=LU9ZZZ"_qs}, {u"corto GridLoca="_qs, u"GridLoca=dLoca="_qs},
             {u"; GridLoca=XX99"_qs, u"GridLoca=a=XX99"_qs}, // anywhere, but the value from the tenth character on
             {u"MySOTA__=MyPOTA__=a"_qs, u"MySOTA__=MyPOTA__=a|MyPOTA__=MyPOTA__=a"_qs}};
         for (const auto &[line, result] : rows) {
@@ -95,6 +74,7 @@ private Q_SLOTS:
             for (const QString &expected : result.split(u'|'))
                 QVERIFY2(lines.contains(expected), qPrintable(lines.join(u'\n')));
         }
+        QVERIFY(Read({u"Activac_=1"_qs}).Activac); // ticks, and never clears
     }
     void ScramblingOfAllCodes()
     {
@@ -137,7 +117,9 @@ private Q_SLOTS:
     {
         logbook_->configuration.Estacion = u"lu9zzz"_qs;
         QVERIFY(SaveConfig(*logbook_, true));
-        QCOMPARE(logbook_->LogInUse, u"Log inicial"_qs);
+        QVERIFY(HasConfig(*logbook_));
+        QCOMPARE(QString(logbook_->LogInUse + logbook_->captions.log + logbook_->captions.station),
+            u"Log inicialLog inicialLU9ZZZ"_qs);
         RawDatabase raw(logbook_->Store().Path());
         QCOMPARE(raw.Value("SELECT group_concat(\"Nombre Log\") FROM Tabla1"), u"Log inicial"_qs);
         QVERIFY(SaveConfig(*logbook_, false));
@@ -189,26 +171,6 @@ private Q_SLOTS:
         QCOMPARE(logbook_->LogInUse, u"Otro"_qs); // the file does not tell it
         QCOMPARE(logbook_->captions.station, u"LU9ZZZ"_qs);
     }
-
-    void TheFirstSaveKeepsALogThatIsThere()
-    {
-        LogStore &store = logbook_->Store();
-        QVERIFY(store.CreateEmpty());
-        QsoRow row;
-        row.Modo = u"CW"_qs;
-        row.NombreLog = u"Log inicial"_qs;
-        QVERIFY(store.Write([&](Session &session) { QsoTable::Insert(session, row); }));
-        QVERIFY(SaveConfig(*logbook_, true));
-        QCOMPARE(*CountQsos(store, u"Log inicial"_qs), 1);
-    }
-
-private:
-    QString Config() const { return logbook_->PathOf(u"config.ini"_qs); }
-
-    std::unique_ptr<QTemporaryDir> folder_;
-    FileSystem files_;
-    FixedClock clock_;
-    std::unique_ptr<Logbook> logbook_;
 };
 
 TORDILLO_TEST(TestConfiguration)

@@ -1,13 +1,10 @@
 // SPDX-FileCopyrightText: 2026 The Tordillo Compact authors
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "support/FaultVfs.h"
+#include "support/FailingDevice.h"
+#include "support/Fixtures.h"
 #include "support/PowerCut.h"
-#include "support/RawDatabase.h"
-#include "support/TestRegistry.h"
 
-#include <QFile>
-#include <QTemporaryDir>
-#include <QTest>
+#include <QBuffer>
 
 namespace {
 
@@ -51,47 +48,102 @@ QString CheckRows(const PowerCut::Cut &cut)
 
 } // namespace
 
-class TestFaultLayer : public QObject {
+// The layers that everything about failing disks is proved with.
+class TestFaultLayer : public FolderTest {
     Q_OBJECT
+
+    QString path_;
 
 private Q_SLOTS:
     void init()
     {
-        folder_ = std::make_unique<QTemporaryDir>();
-        path_ = folder_->filePath(u"a.db"_qs);
+        FolderTest::init();
+        path_ = Path(u"a.db"_qs);
         Vfs().Reset();
     }
     void cleanup() { Vfs().Reset(); }
 
-    void PowerCutFindsWhatIsNotDurable_data()
-    {
-        QTest::addColumn<QByteArray>("synchronous");
-        QTest::addColumn<bool>("durable");
-        QTest::newRow("all synced") << QByteArray("EXTRA") << true;
-        QTest::newRow("the folder not synced after the journal is gone") << QByteArray("FULL") << false;
-        QTest::newRow("nothing synced") << QByteArray("OFF") << false;
-    }
     void PowerCutFindsWhatIsNotDurable()
     {
-        QFETCH(QByteArray, synchronous);
-        QFETCH(bool, durable);
-        std::vector<FaultEvent> recording;
-        {
-            const FaultVfs::AsDefault layer;
-            Vfs().SetRealSyncs(false);
-            StoreRows(path_, synchronous);
-            recording = Vfs().Recording();
+        // Synced as our store does; without the folder after the journal is gone; not at all.
+        for (const QByteArray synchronous : {"EXTRA", "FULL", "OFF"}) {
+            init();
+            const bool durable = synchronous == "EXTRA";
+            std::vector<FaultEvent> recording;
+            {
+                const FaultVfs::AsDefault layer;
+                Vfs().SetRealSyncs(false);
+                StoreRows(path_, synchronous);
+                recording = Vfs().Recording();
+            }
+            const auto outcome = PowerCut::TryAllCuts(recording, folder_->path(), CheckRows);
+            QVERIFY(outcome.states > 0);
+            QCOMPARE(outcome.failures.join(u'\n').isEmpty(), durable);
+            if (durable)
+                QVERIFY2(outcome.states > 4 * rows, "a commit has at least four points where it can be cut");
         }
-        const auto outcome = PowerCut::TryAllCuts(recording, folder_->path(), CheckRows);
-        QVERIFY(outcome.states > 0);
-        QCOMPARE(outcome.failures.join(u'\n').isEmpty(), durable);
-        if (durable)
-            QVERIFY2(outcome.states > 4 * rows, "a commit has at least four points where it can be cut");
     }
 
-private:
-    std::unique_ptr<QTemporaryDir> folder_;
-    QString path_;
+    void FailuresReachTheCaller()
+    {
+        using Trouble = FaultVfs::Trouble;
+        using Access = FaultVfs::Access;
+        constexpr int forever = FaultVfs::forever;
+        const std::pair<std::function<void()>, int> faults[] = {{[] { Vfs().SetRoom(0); }, SQLITE_FULL},
+            {[] { Vfs().SetRoom(20000); }, SQLITE_FULL},
+            {[] { Vfs().FailWrites(1, 1, Trouble::DiskFull); }, SQLITE_FULL},
+            {[] { Vfs().FailWrites(4, 1, Trouble::IoError, 100); }, SQLITE_IOERR_WRITE},
+            {[] { Vfs().FailWrites(6, forever, Trouble::IoError); }, SQLITE_IOERR_WRITE},
+            {[] { Vfs().FailSyncs(1, 1); }, SQLITE_IOERR_FSYNC}, {[] { Vfs().FailSyncs(3, 1); }, SQLITE_IOERR_FSYNC},
+            {[] { Vfs().FailReads(1, 1); }, SQLITE_IOERR_READ}, {[] { Vfs().PretendLocked(forever); }, SQLITE_BUSY},
+            {[] { Vfs().PretendLocked(forever, false); }, SQLITE_BUSY},
+            {[] { Vfs().SetAccess(Access::ReadOnlyFile); }, SQLITE_READONLY},
+            {[] { Vfs().SetAccess(Access::ReadOnlyFolder); }, SQLITE_READONLY_DIRECTORY},
+            {[] { Vfs().SetAccess(Access::NoJournal); }, SQLITE_CANTOPEN}};
+        for (const auto &[set, code] : faults) {
+            init();
+            StoreRows(path_, "OFF");
+            {
+                const FaultVfs::AsDefault layer;
+                set();
+                RawDatabase database(path_);
+                database.Run("PRAGMA synchronous=EXTRA");
+                int id = rows;
+                while (++id <= 4 * rows
+                    && database.Run("BEGIN IMMEDIATE; UPDATE t SET b=b||'more'; " + Insert(id) + "; COMMIT"))
+                    continue;
+                QCOMPARE(database.Code(), code);
+            }
+            QCOMPARE(CheckRows({folder_->path(), 0, {rows}}), QString());
+        }
+    }
+
+    void DevicesFailAtTheirLimit()
+    {
+        using Trouble = FailingDevice::Trouble;
+        QByteArray disk;
+        QBuffer buffer(&disk);
+        FailingDevice full(buffer, 10, Trouble::DiskFull);
+        QVERIFY(full.open(QIODevice::WriteOnly));
+        QCOMPARE(full.write("12345678"), 8);
+        QCOMPARE(full.write("abcd"), -1);
+        QCOMPARE(full.write("e"), -1);
+        full.close();
+        QCOMPARE(disk, QByteArray("12345678ab"));
+
+        FailingDevice cut(buffer, 3, Trouble::CutShort);
+        QVERIFY(cut.open(QIODevice::WriteOnly));
+        QCOMPARE(cut.write("123456"), 3);
+        QCOMPARE(cut.write("456"), 0);
+        cut.close();
+
+        disk = "one\r\ntwo\r\n";
+        FailingDevice broken(buffer, 4, Trouble::ReadError);
+        QVERIFY(broken.open(QIODevice::ReadOnly));
+        QCOMPARE(broken.read(100), QByteArray("one\r"));
+        QCOMPARE(broken.read(1), QByteArray());
+        QVERIFY(!broken.atEnd());
+    }
 };
 
 TORDILLO_TEST(TestFaultLayer)

@@ -1,13 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Tordillo Compact authors
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "core/FieldMemory.h"
-#include "core/Logbook.h"
-#include "support/FixedClock.h"
-#include "support/TestRegistry.h"
-
-#include <QDir>
-#include <QTemporaryDir>
-#include <QTest>
+#include "support/Fixtures.h"
 
 namespace {
 
@@ -17,23 +11,18 @@ QString Shown(const std::optional<bool> &value) { return value ? (*value ? u"1"_
 
 } // namespace
 
-class TestFieldMemory : public QObject {
+class TestFieldMemory : public LogbookTest {
     Q_OBJECT
 
 private Q_SLOTS:
-    void init()
-    {
-        folder_ = std::make_unique<QTemporaryDir>();
-        logbook_ = std::make_unique<Logbook>(folder_->path(), files_, clock_);
-    }
-
     void MemIni()
     {
         // The values are mhz, khz, band and qtrManual.
         const std::pair<QByteArray, QString> rows[] = {{"14.250\r\n20m\r\n 1 \r\n\r\n", u"<14> <250> <20m> 1"_qs},
             {"1267.1005\r\n23cm\r\n0\r\n", u"<1267> <100> <23cm> 0"_qs}, {"7.0.5\r\n", u"<7> <0.5> - -"_qs},
             {"14250\r\n20m\r\n", u"- - <20m> -"_qs}, {".650\r\n\r\nx", u"<> <650> <> 0"_qs},
-            {"7.100\r\n40m\r\n-1", u"<7> <100> <40m> 1"_qs}, {"", u"- - - -"_qs}};
+            {"7.100\r\n40m\r\n-1", u"<7> <100> <40m> 1"_qs}, {"", u"- - - -"_qs},
+            {"7.1\x01\r\n4\x02m\r\n1", u"- - - 1"_qs}};
         for (const auto &[content, values] : rows) {
             Put(u"mem.ini"_qs, content);
             const FieldMemory memory = ReadFieldMemory(*logbook_);
@@ -58,10 +47,22 @@ private Q_SLOTS:
         QVERIFY(ReadSatelliteMemory(*logbook_).size() <= 40);
     }
 
+    void WhatIsMissingOrCouldNotBeTypedTellsNothing()
+    {
+        QVERIFY(!ReadFieldMemory(*logbook_).present);
+        Put(u"memMhz.cfg"_qs, "");
+        Put(u"memKhz.cfg"_qs, "\r\n");
+        Put(u"memModo.cfg"_qs, "C\x01W\r\n");
+        const ExitMemory memory = ReadExitMemory(*logbook_);
+        QVERIFY(!memory.modo && !memory.mhz && !memory.viaSatelite);
+        QCOMPARE(memory.khz, QString());
+        QCOMPARE(ReadSatelliteMemory(*logbook_), QString());
+    }
+
     void WhatIsSavedComesBack()
     {
         QVERIFY(SaveFieldMemory(*logbook_, u"14"_qs, u"250"_qs, u"20m"_qs, true));
-        QCOMPARE(*files_.ReadWhole(logbook_->PathOf(u"mem.ini"_qs)), QByteArray("14.250\r\n20m\r\n 1 \r\n\r\n"));
+        QCOMPARE(Content(u"mem.ini"_qs), QByteArray("14.250\r\n20m\r\n 1 \r\n\r\n"));
         QVERIFY(SaveExitMemory(*logbook_, u"Sat CW"_qs, u"145"_qs, u"990"_qs, true));
         const ExitMemory memory = ReadExitMemory(*logbook_);
         QCOMPARE((QStringList{*memory.modo, *memory.mhz, *memory.khz, Shown(memory.viaSatelite)}).join(u','),
@@ -78,17 +79,6 @@ private Q_SLOTS:
         QVERIFY(saved.failure().text.contains(u"memMhz.cfg"));
         QCOMPARE(ReadExitMemory(*logbook_).khz, u"010"_qs);
     }
-
-private:
-    void Put(const QString &name, const QByteArray &content)
-    {
-        QVERIFY(files_.Replace(logbook_->PathOf(name), content, FileSystem::Sync::No));
-    }
-
-    std::unique_ptr<QTemporaryDir> folder_;
-    FileSystem files_;
-    FixedClock clock_;
-    std::unique_ptr<Logbook> logbook_;
 };
 
 TORDILLO_TEST(TestFieldMemory)

@@ -1,37 +1,35 @@
 // SPDX-FileCopyrightText: 2026 The Tordillo Compact authors
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "core/ProgramFolder.h"
-#include "support/TestRegistry.h"
+#include "support/Fixtures.h"
 
-#include <QDir>
-#include <QFile>
 #include <QLockFile>
-#include <QTemporaryDir>
-#include <QTest>
+
 #ifdef Q_OS_UNIX
 #include <sys/wait.h>
 #include <unistd.h>
 #endif
 
-class TestProgramFolder : public QObject {
+class TestProgramFolder : public FolderTest {
     Q_OBJECT
 
 private Q_SLOTS:
-    void init() { folder_ = std::make_unique<QTemporaryDir>(); }
-
     void AFolderThatCannotBeWrittenGivesWayUnlessItHoldsALog()
     {
         // A missing folder cannot be written by anybody, an administrator included.
+        QCOMPARE(ProgramFolder::Find(folder_->path(), Path(u"user"_qs)), folder_->path());
+        QVERIFY(QDir(folder_->path()).isEmpty()); // the trial leaves nothing behind
         const QString missing = Path(u"none"_qs), user = Path(u"a/b"_qs);
         QVERIFY(!ProgramFolder::IsWritable(missing));
         QCOMPARE(ProgramFolder::Find(missing, user), user);
         QVERIFY(QDir(user).exists());
         for (const QString &name : {u"config.ini"_qs, u"base0.mdb"_qs}) {
-            const QTemporaryDir own;
-            Put(own.filePath(name), "x");
-            QVERIFY(QFile::setPermissions(own.path(), QFile::ReadOwner | QFile::ExeOwner));
-            QCOMPARE(ProgramFolder::Find(own.path(), user), own.path());
-            QVERIFY(QFile::setPermissions(own.path(), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner));
+            init();
+            Put(name, "x");
+            const QString own = folder_->path();
+            QVERIFY(QFile::setPermissions(own, QFile::ReadOwner | QFile::ExeOwner));
+            QCOMPARE(ProgramFolder::Find(own, user), own);
+            QVERIFY(QFile::setPermissions(own, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner));
         }
     }
 
@@ -41,13 +39,13 @@ private Q_SLOTS:
         QVERIFY(QDir().mkpath(installed) && QDir().mkpath(own));
         ProgramFolder::CopyMissingData(installed, own);
         QVERIFY(QDir(own).isEmpty());
-        Put(QString(installed + u"/dxcc.txt"), "new");
+        Put(u"installed/dxcc.txt"_qs, "new");
         ProgramFolder::CopyMissingData(installed, own);
-        QCOMPARE(Content(QString(own + u"/dxcc.txt")), QByteArray("new"));
-        Put(QString(own + u"/dxcc.txt"), "edited");
+        QCOMPARE(Content(u"own/dxcc.txt"_qs), QByteArray("new"));
+        Put(u"own/dxcc.txt"_qs, "edited");
         ProgramFolder::CopyMissingData(installed, own);
         ProgramFolder::CopyMissingData(own, own);
-        QCOMPARE(Content(QString(own + u"/dxcc.txt")), QByteArray("edited"));
+        QCOMPARE(Content(u"own/dxcc.txt"_qs), QByteArray("edited"));
     }
 
 #ifdef Q_OS_UNIX
@@ -72,7 +70,7 @@ private Q_SLOTS:
         waitpid(child, nullptr, 0);
         close(ready[0]);
         close(ready[1]);
-        QCOMPARE(Files().size(), 1); // its lock is still there
+        QCOMPARE(Files(), u"tordillo.lock"_qs); // its lock is still there
         QVERIFY(ProgramFolder::Hold(folder_->path()).file);
     }
 #endif
@@ -81,29 +79,12 @@ private Q_SLOTS:
     void ADamagedLockKeepsNobodyOut()
     {
         for (const QByteArray &content : {QByteArray(), QByteArray(40, '\0'), QByteArray("x\ny\nz\n")}) {
-            Put(Path(u"tordillo.lock"_qs), content);
+            Put(u"tordillo.lock"_qs, content);
             const ProgramFolder::Lock lock = ProgramFolder::Hold(folder_->path());
             QVERIFY(lock.file && !lock.heldByOther);
             QVERIFY(ProgramFolder::Hold(folder_->path()).heldByOther);
         }
     }
-
-private:
-    QString Path(const QString &name) const { return folder_->filePath(name); }
-    QStringList Files() const { return QDir(folder_->path()).entryList(QDir::Files | QDir::Hidden); }
-    static void Put(const QString &path, const QByteArray &content)
-    {
-        QFile file(path);
-        QVERIFY(file.open(QIODevice::WriteOnly));
-        QCOMPARE(file.write(content), content.size());
-    }
-    static QByteArray Content(const QString &path)
-    {
-        QFile file(path);
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-    }
-
-    std::unique_ptr<QTemporaryDir> folder_;
 };
 
 TORDILLO_TEST(TestProgramFolder)

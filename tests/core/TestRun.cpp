@@ -38,6 +38,14 @@ private Q_SLOTS:
             QVERIFY(inner.Cancelled());
         }
         QVERIFY(!outer.Step(1));
+        Run next(runs, {}, {}, 0);
+        QVERIFY(next.Step(1)); // what begins afterwards is not stopped
+        int pumped = 0;
+        Run quick(
+            runs, [&] { ++pumped; }, {}, 60000);
+        for (int i = 0; i < 1000; ++i)
+            QVERIFY(quick.Step(i));
+        QCOMPARE(pumped, 0);
     }
 
     void TimersOfTheEventLoop()

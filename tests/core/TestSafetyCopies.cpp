@@ -1,41 +1,26 @@
 // SPDX-FileCopyrightText: 2026 The Tordillo Compact authors
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "core/Logbook.h"
-#include "core/QsoTable.h"
 #include "core/SafetyCopies.h"
-#include "support/FaultVfs.h"
-#include "support/FixedClock.h"
+#include "support/Fixtures.h"
 #include "support/ManualScheduler.h"
-#include "support/RawDatabase.h"
-#include "support/TestRegistry.h"
 
-#include <QDir>
-#include <QFile>
-#include <QTemporaryDir>
-#include <QTest>
-
-class TestSafetyCopies : public QObject {
+class TestSafetyCopies : public LogbookTest {
     Q_OBJECT
 
-    std::unique_ptr<QTemporaryDir> folder_;
-    FileSystem files_;
-    FixedClock clock_;
-    std::unique_ptr<Logbook> logbook_;
     QStringList told_;
+    int stamp_ = 0;
 
     void Store(const QString &call)
     {
-        QsoRow row;
-        row.Modo = u"SSB"_qs;
-        row.Estacion = call;
-        row.NombreLog = u"Log"_qs;
-        QVERIFY(logbook_->Store().Write([&](Session &session) { QsoTable::Insert(session, row); }));
+        QVERIFY(logbook_->Store().Write([&](Session &session) {
+            QsoTable::Insert(session, RowOf(u"Modo=SSB;NombreLog=Log;Estacion="_qs + call));
+        }));
         // Files of this test are younger than the time stamps of a slow file system can tell apart.
-        SetTime(u"base0.mdb"_qs, ++stamp_);
+        SetTime(++stamp_);
     }
-    void SetTime(const QString &name, int minute) const
+    void SetTime(int minute) const
     {
-        QFile file(folder_->filePath(name));
+        QFile file(Path(u"base0.mdb"_qs));
         QVERIFY(file.open(QIODevice::ReadWrite));
         const QDateTime time = QDateTime(QDate(2026, 11, 24), QTime(0, 0)).addSecs(60 * minute);
         QVERIFY(file.setFileTime(time, QFileDevice::FileModificationTime));
@@ -55,25 +40,20 @@ class TestSafetyCopies : public QObject {
         }
         return begun && !copies.UnderWay() && scheduler.RunningTimers() == 0;
     }
-    QStringList Copies() const
+    QStringList Copies() const { return QDir(Path(u"copias"_qs)).entryList(QDir::Files | QDir::Hidden, QDir::Name); }
+    QString InCopy(int number) const { return Path(u"copias/"_qs + Copies().value(number)); }
+    // A value of the database, or of another file.
+    QString Value(const QByteArray &sql, const QString &path = {}) const
     {
-        return QDir(folder_->filePath(u"copias"_qs)).entryList(QDir::Files | QDir::Hidden, QDir::Name);
+        return RawDatabase(path.isEmpty() ? logbook_->Store().Path() : path).Value(sql);
     }
-    void Spoil(const QString &name) const
-    {
-        QFile file(folder_->filePath(name));
-        QVERIFY(file.open(QIODevice::ReadWrite) && file.seek(4096));
-        file.write(QByteArray(8192, '\xee'));
-    }
-    int stamp_ = 0;
+    const QByteArray count_ = "SELECT count(*) FROM Tabla1";
 
 private Q_SLOTS:
     void init()
     {
+        LogbookTest::init();
         FaultVfs::Instance().Reset();
-        folder_ = std::make_unique<QTemporaryDir>();
-        clock_ = FixedClock();
-        logbook_ = std::make_unique<Logbook>(folder_->path(), files_, clock_);
         told_.clear();
     }
     void cleanup() { QCOMPARE(told_, QStringList()); }
@@ -81,7 +61,7 @@ private Q_SLOTS:
     void ACopyAtEachStartAfterAChange()
     {
         QVERIFY(!Start()); // there is no log yet
-        QVERIFY(!QDir(folder_->filePath(u"copias"_qs)).exists());
+        QVERIFY(!QFile::exists(Path(u"copias"_qs)));
         QVERIFY(logbook_->Store().CreateEmpty());
         Store(u"LU1A"_qs);
         QVERIFY(Start());
@@ -90,26 +70,23 @@ private Q_SLOTS:
         QVERIFY(Start());
         QVERIFY(!Start());
         QCOMPARE(Copies(), QStringList({u"base0_2026-11-24_231500.mdb"_qs, u"base0_2026-11-25_011500.mdb"_qs}));
-        SetTime(u"base0.mdb"_qs, 1); // an older file put in its place is a change as well
+        SetTime(1); // an older file put in its place is a change as well
         QVERIFY(Start());
-        QCOMPARE(RawDatabase(SafetyCopies::NewestGood(*logbook_)).Value("SELECT count(*) FROM Tabla1"), u"2"_qs);
+        QCOMPARE(Value(count_, SafetyCopies::NewestGood(*logbook_)), u"2"_qs);
     }
 
     void TheLastTenStay()
     {
         QVERIFY(logbook_->Store().CreateEmpty());
         QVERIFY(QDir(folder_->path()).mkpath(u"copias"_qs));
-        QFile mine(folder_->filePath(u"copias/mía.mdb"_qs));
-        QVERIFY(mine.open(QIODevice::WriteOnly));
+        Put(u"copias/mía.mdb"_qs, {});
         for (int i = 0; i < SafetyCopies::kept + 2; ++i) {
             Store(u"LU%1A"_qs.arg(i));
             QVERIFY(Start());
         }
-        const QStringList copies = Copies();
-        QCOMPARE(copies.size(), SafetyCopies::kept + 1); // what is none of ours stays
-        QVERIFY(copies.first() > u"base0_2026-11-25_00"_qs);
-        QCOMPARE(RawDatabase(folder_->filePath(QString(u"copias/" + copies[0]))).Value("SELECT count(*) FROM Tabla1"),
-            u"3"_qs);
+        QCOMPARE(Copies().size(), SafetyCopies::kept + 1); // what is none of ours stays
+        QVERIFY(Copies().first() > u"base0_2026-11-25_00"_qs);
+        QCOMPARE(Value(count_, InCopy(0)), u"3"_qs);
     }
 
     void ACopyThatFailsIsToldOnceAndHarmsNothing()
@@ -151,33 +128,24 @@ private Q_SLOTS:
             Store(call);
             QVERIFY(Start());
         }
-        Spoil(QString(u"copias/" + Copies().last()));
+        Spoil(u"copias/"_qs + Copies().last(), 8192, 4096);
         const QString good = SafetyCopies::NewestGood(*logbook_);
-        QCOMPARE(good, folder_->filePath(QString(u"copias/" + Copies()[1])));
-        Spoil(u"base0.mdb"_qs);
-        QFile journal(folder_->filePath(u"base0.mdb-journal"_qs));
-        QVERIFY(journal.open(QIODevice::WriteOnly));
-        journal.write("of the damaged file");
-        journal.close();
-        QFile damaged(folder_->filePath(u"base0.mdb"_qs));
-        QVERIFY(damaged.open(QIODevice::ReadOnly));
-        const QByteArray before = damaged.readAll();
+        QCOMPARE(good, InCopy(1));
+        Spoil(u"base0.mdb"_qs, 8192, 4096);
+        Put(u"base0.mdb-journal"_qs, "of the damaged file");
+        const QByteArray before = Content(u"base0.mdb"_qs);
         const Result<QString> aside = SafetyCopies::PutBack(*logbook_, good);
+        const QString kept = u"base0_apartada_2026-11-25_001500.mdb"_qs;
         QVERIFY(aside);
-        QCOMPARE(*aside, folder_->filePath(u"base0_apartada_2026-11-25_001500.mdb"_qs));
-        QFile kept(*aside);
-        QVERIFY(kept.open(QIODevice::ReadOnly));
-        QVERIFY(kept.readAll() == before);
-        QVERIFY(QFile::exists(QString(*aside + u"-journal")));
-        QVERIFY(!QFile::exists(folder_->filePath(u"base0.mdb-journal"_qs)));
+        QCOMPARE(*aside, Path(kept));
+        QVERIFY(Content(kept) == before);
+        QCOMPARE(Files(), QString(u"base0.mdb " + kept + u' ' + kept + u"-journal"));
         QVERIFY(logbook_->Store().CheckIntegrity());
-        QCOMPARE(
-            RawDatabase(logbook_->Store().Path()).Value("SELECT group_concat(Estacion) FROM Tabla1"), u"LU1A,LU2A"_qs);
+        QCOMPARE(Value("SELECT group_concat(Estacion) FROM Tabla1"), u"LU1A,LU2A"_qs);
         QCOMPARE(Copies().size(), 3);
         Store(u"LU4A"_qs);
-        // Without a copy to put back nothing is touched.
-        QVERIFY(!SafetyCopies::PutBack(*logbook_, folder_->filePath(u"no"_qs)));
-        QCOMPARE(RawDatabase(logbook_->Store().Path()).Value("SELECT count(*) FROM Tabla1"), u"3"_qs);
+        QVERIFY(!SafetyCopies::PutBack(*logbook_, Path(u"no"_qs))); // nothing is touched
+        QCOMPARE(Value(count_), u"3"_qs);
     }
 };
 

@@ -1,51 +1,24 @@
 // SPDX-FileCopyrightText: 2026 The Tordillo Compact authors
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "core/QsoTable.h"
 #include "core/StoreCopy.h"
-#include "support/FaultVfs.h"
-#include "support/RawDatabase.h"
-#include "support/TestRegistry.h"
+#include "support/Fixtures.h"
 
-#include <QDir>
-#include <QFile>
-#include <QTemporaryDir>
-#include <QTest>
 #include <QThread>
-
-namespace {
 
 using Stage = StoreCopy::Stage;
 
-QByteArray ContentOf(const QString &path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
-void Put(const QString &path, const QByteArray &content)
-{
-    QFile file(path);
-    QVERIFY(file.open(QIODevice::WriteOnly));
-    QCOMPARE(file.write(content), content.size());
-}
-
-} // namespace
-
-class TestStoreCopy : public QObject {
+class TestStoreCopy : public StoreTest {
     Q_OBJECT
 
-    std::unique_ptr<QTemporaryDir> folder_;
-    std::unique_ptr<LogStore> store_;
     QString target_;
     Runs runs_;
+    const QString name_ = u"base0_24_11_26.mdb"_qs, both_ = u"base0.mdb base0_24_11_26.mdb"_qs;
 
     static Result<qint64> Add(LogStore &store, const QString &call)
     {
-        QsoRow row;
-        row.Modo = u"SSB"_qs;
-        row.Estacion = call;
-        row.NombreLog = u"Log"_qs;
-        return store.Write([&](Session &session) { return QsoTable::Insert(session, row); });
+        return store.Write([&](Session &session) {
+            return QsoTable::Insert(session, RowOf(u"Modo=SSB;NombreLog=Log;Estacion="_qs + call));
+        });
     }
     // Some 6 MB, which is several steps.
     void StoreMuch()
@@ -55,7 +28,6 @@ class TestStoreCopy : public QObject {
                             "Tabla1 (Modo, \"Nombre Log\", Obs) SELECT 'CW', 'Log', printf('%.2000c', 'x') FROM c"_qs);
         }));
     }
-    QStringList Files() const { return QDir(folder_->path()).entryList(QDir::Files, QDir::Name); }
     // Steps until the copy is at `stage` or has failed.
     static Result<Stage> StepTo(StoreCopy &copy, Stage stage)
     {
@@ -77,22 +49,19 @@ class TestStoreCopy : public QObject {
 private Q_SLOTS:
     void init()
     {
-        FaultVfs::Instance().Reset();
-        folder_ = std::make_unique<QTemporaryDir>();
-        store_ = std::make_unique<LogStore>(folder_->filePath(u"base0.mdb"_qs));
-        target_ = folder_->filePath(u"base0_24_11_26.mdb"_qs);
-        QVERIFY(store_->CreateEmpty());
+        StoreTest::init();
+        target_ = Path(name_);
         QVERIFY(Add(*store_, u"LU1A"_qs));
     }
 
     void ACopyHoldsWhatTheSourceHolds()
     {
-        Put(target_, "an older one");
-        Put(QString(target_ + u".nueva"), "left by a crash");
-        Put(QString(target_ + u".nueva-journal"), "left by a crash");
+        Put(name_, "an older one");
+        Put(name_ + u".nueva"_qs, "left by a crash");
+        Put(name_ + u".nueva-journal"_qs, "left by a crash");
         StoreMuch();
         QVERIFY(CopyAll());
-        QCOMPARE(Files(), QStringList({u"base0.mdb"_qs, u"base0_24_11_26.mdb"_qs}));
+        QCOMPARE(Files(), both_);
         RawDatabase raw(store_->Path());
         QVERIFY(raw.Run("ATTACH '" + target_.toUtf8() + "' AS c"));
         QCOMPARE(raw.Value("SELECT count(*) FROM c.Tabla1"), u"3001"_qs);
@@ -112,57 +81,52 @@ private Q_SLOTS:
         QVERIFY(*StepTo(copy, Stage::Done) == Stage::Done);
         QCOMPARE(RawDatabase(target_).Value("SELECT count(*)||group_concat(Estacion) FROM Tabla1 WHERE Estacion<>''"),
             u"3LU1A,MINE,OTHER"_qs);
-        QCOMPARE(RawDatabase(store_->Path()).Value("SELECT count(*) FROM Tabla1"), u"3004"_qs);
+        QCOMPARE(Value("SELECT count(*) FROM Tabla1"), u"3004"_qs);
     }
 
-    void AFailedCopyLeavesTheOlderOne_data()
-    {
-        QTest::addColumn<std::function<void()>>("trouble");
-        QTest::addColumn<QString>("told");
-        QTest::newRow("full disk") << std::function<void()>([] { FaultVfs::Instance().SetRoom(3 << 20); })
-                                   << u"No queda lugar en el disco"_qs;
-        QTest::newRow("bad disk") << std::function<void()>([] {
-            FaultVfs::Instance().FailWrites(700, FaultVfs::forever, FaultVfs::Trouble::IoError);
-        }) << u"El disco falló"_qs;
-    }
     void AFailedCopyLeavesTheOlderOne()
     {
-        const FaultVfs::AsDefault layer;
-        QFETCH(std::function<void()>, trouble);
-        QFETCH(QString, told);
-        StoreMuch();
-        Put(target_, "the older one");
-        trouble();
-        const Result<void> copied = CopyAll();
-        FaultVfs::Instance().Reset();
-        QVERIFY(!copied);
-        QVERIFY2(copied.failure().text.contains(told) && copied.failure().text.contains(target_),
-            qPrintable(copied.failure().text));
-        QCOMPARE(ContentOf(target_), QByteArray("the older one"));
-        QCOMPARE(Files(), QStringList({u"base0.mdb"_qs, u"base0_24_11_26.mdb"_qs}));
-        QVERIFY(Add(*store_, u"LU2A"_qs)); // the log works on
-        QVERIFY(CopyAll());
+        for (const bool full : {true, false}) {
+            init();
+            const FaultVfs::AsDefault layer;
+            HealDisk();
+            StoreMuch();
+            Put(name_, "the older one");
+            if (full)
+                Disk().SetRoom(3 << 20);
+            else
+                Disk().FailWrites(700, FaultVfs::forever, FaultVfs::Trouble::IoError);
+            const QString told = CopyAll().failure().text;
+            HealDisk();
+            QVERIFY2(
+                told.contains(full ? u"No queda lugar en el disco"_qs : u"El disco falló"_qs) && told.contains(target_),
+                qPrintable(told));
+            QCOMPARE(Content(name_), QByteArray("the older one"));
+            QCOMPARE(Files(), both_);
+            QVERIFY(Add(*store_, u"LU2A"_qs)); // the log works on
+            QVERIFY(CopyAll());
+        }
     }
 
     void ACopyOfWhatIsDamagedIsNone()
     {
         StoreMuch();
         store_->Close();
-        QFile file(store_->Path());
-        QVERIFY(file.open(QIODevice::ReadWrite) && file.seek(file.size() / 2));
-        file.write(QByteArray(40960, '\xee'));
-        file.close();
-        Put(target_, "the older one");
-        const Result<void> copied = CopyAll();
-        QVERIFY(!copied);
-        QCOMPARE(copied.failure().kind, Failure::Kind::Damaged);
-        QCOMPARE(ContentOf(target_), QByteArray("the older one"));
-        QCOMPARE(Files().size(), 2);
+        Spoil(u"base0.mdb"_qs, 40960);
+        Put(name_, "the older one");
+        QCOMPARE(CopyAll().failure().kind, Failure::Kind::Damaged);
+        QCOMPARE(Content(name_), QByteArray("the older one"));
+        QCOMPARE(Files(), both_);
+        init();
+        Put(name_, "the older one");
+        Sql("UPDATE Contadores SET QSOs=QSOs+1"); // one contact fewer than there should be
+        QVERIFY(CopyAll().failure().text.contains(u"no tiene todos los QSOs"));
+        QCOMPARE(Content(name_), QByteArray("the older one"));
     }
 
     void EscStopsTheCheckOfTheCopy()
     {
-        Put(target_, "the older one");
+        Put(name_, "the older one");
         qint64 copied = 0;
         Run run(
             runs_,
@@ -171,27 +135,22 @@ private Q_SLOTS:
                     runs_.CancelAll();
             },
             [&](qint64 done, qint64 total) { copied = total > 0 && done == total; }, 0);
-        const Result<void> outcome = CopyChecked(*store_, target_, run);
-        QVERIFY(!outcome);
-        QCOMPARE(outcome.failure().kind, Failure::Kind::Cancelled);
-        QCOMPARE(ContentOf(target_), QByteArray("the older one"));
-        QCOMPARE(Files().size(), 2);
+        QCOMPARE(CopyChecked(*store_, target_, run).failure().kind, Failure::Kind::Cancelled);
+        QCOMPARE(Content(name_), QByteArray("the older one"));
+        QCOMPARE(Files(), both_);
         QVERIFY(Add(*store_, u"LU2A"_qs));
     }
 
     void PlacesThatCannotTakeACopy()
     {
-        target_ = folder_->filePath(u"no/such/folder/x.mdb"_qs);
-        Result<void> copied = CopyAll();
-        QVERIFY(!copied && copied.failure().text.contains(target_));
-        target_ = folder_->filePath(u"taken"_qs); // by a folder with something in it
+        target_ = Path(u"no/such/folder/x.mdb"_qs);
+        QVERIFY(CopyAll().failure().text.contains(target_));
+        target_ = Path(u"taken"_qs); // by a folder with something in it
         QVERIFY(QDir().mkpath(QString(target_ + u"/x")));
-        copied = CopyAll();
-        QVERIFY(!copied && copied.failure().text.contains(target_));
-        QVERIFY(QFile::rename(store_->Path(), folder_->filePath(u"x"_qs)));
-        copied = CopyAll();
-        QVERIFY(!copied && copied.failure().kind == Failure::Kind::Missing);
-        QCOMPARE(Files(), QStringList({u"x"_qs}));
+        QVERIFY(CopyAll().failure().text.contains(target_));
+        QVERIFY(QFile::rename(store_->Path(), Path(u"x"_qs)));
+        QCOMPARE(CopyAll().failure().kind, Failure::Kind::Missing);
+        QCOMPARE(Files(), u"x"_qs);
     }
 };
 

@@ -5,6 +5,9 @@
 #include "interchange/AdifFile.h"
 #include "interchange/AdifImport.h"
 #include "support/MemoryFiles.h"
+#include "support/TestRegistry.h"
+
+#include <QTest>
 
 // The whole road of a file up to its contacts, as the window of the import goes it.
 struct Reading {
@@ -23,24 +26,26 @@ inline Reading ReadAdif(FileSystem &files, Run &run, AdifImport::Settings settin
 {
     Reading reading;
     const auto show = [&](const QString &text) { reading.shown << text; };
+    const auto report = [&](qint64 line, const QString &reason) {
+        reading.reports << u"%1: %2"_qs.arg(line).arg(reason);
+    };
+    const auto failed = [&](const auto &result) {
+        if (!result)
+            reading.failure = result.failure();
+        return !result;
+    };
     const auto split = AdifFile::SplitSingleLineFile(files, chosenPath, copyPath, run, show);
-    if (!split) {
-        reading.failure = split.failure();
+    if (failed(split))
         return reading;
-    }
     reading.copied = *split;
-    const auto repaired = AdifFile::JoinRecordLines(files, *split ? copyPath : chosenPath, repairedPath, run, show,
-        [&](qint64 line, const QString &reason) { reading.reports << u"%1: %2"_qs.arg(line).arg(reason); });
-    if (!repaired) {
-        reading.failure = repaired.failure();
+    const QString &path = *split ? copyPath : chosenPath;
+    const auto repaired = AdifFile::JoinRecordLines(files, path, repairedPath, run, show, report);
+    if (failed(repaired))
         return reading;
-    }
     reading.repaired = *repaired;
     auto records = AdifFile::ReadRecords(files, *repaired, run, show);
-    if (!records) {
-        reading.failure = records.failure();
+    if (failed(records))
         return reading;
-    }
     reading.records = *std::move(records);
     settings.fromLda = repaired->program.contains(u"LdA");
     for (const QByteArray &record : reading.records.records) {

@@ -2,13 +2,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Reading.h"
 #include "support/FailingDevice.h"
-#include "support/TestRegistry.h"
+#include "support/LargeFile.h"
 
 #include <QFile>
 #include <QRandomGenerator>
-#include <QRegularExpression>
 #include <QTemporaryDir>
-#include <QTest>
 #ifdef __GLIBC__
 #include <malloc.h>
 #endif
@@ -38,36 +36,6 @@ QStringList Taken(const Reading &reading)
     }
     return taken;
 }
-
-// Stands for a file of `size` bytes that nobody wrote: the pattern over and over.
-class LargeFile : public QIODevice {
-public:
-    LargeFile(QByteArray pattern, qint64 size)
-        : pattern_(std::move(pattern))
-        , size_(size)
-    {
-        open(QIODevice::ReadOnly | QIODevice::Unbuffered);
-    }
-    qint64 size() const override { return size_; }
-
-protected:
-    qint64 readData(char *data, qint64 maxSize) override
-    {
-        qint64 done = 0;
-        for (qint64 at = pos(); done < maxSize && at + done < size_;) {
-            const qint64 place = (at + done) % pattern_.size();
-            const qint64 part = std::min({maxSize - done, pattern_.size() - place, size_ - at - done});
-            std::copy_n(pattern_.constData() + place, part, data + done);
-            done += part;
-        }
-        return done;
-    }
-    qint64 writeData(const char *, qint64) override { return -1; }
-
-private:
-    QByteArray pattern_;
-    qint64 size_;
-};
 
 // The chosen file comes from `make`, helper files are real.
 class FilesWithOneOf : public FileSystem {
@@ -147,76 +115,63 @@ class TestAdifFile : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void FilesOfAllKinds_data()
-    {
-        QTest::addColumn<int>("lines");
-        QTest::addColumn<QString>("recordLines");
-        QTest::addColumn<QStringList>("contacts");
-        QTest::addColumn<QStringList>("reports");
-        const auto row = [](const char *file, int lines, const char16_t *recordLines, const QStringList &contacts,
-                             const QStringList &reports = {}) {
-            QTest::newRow(file) << lines << QString::fromUtf16(recordLines) << contacts << reports;
-        };
-        const QStringList both{first, second}, capitals{first.toUpper(), second.toUpper()};
-        const QString third = u"LU3XX|25/11/2026|00:01|80m|3.600|SSB|59|59|LU9ZZZ|solo"_qs;
-        row("crlf.adi", 6, u"5 6", both);
-        row("cr.adi", 6, u"5 6", both);
-        row("lf.adi", 6, u"5 6", capitals);
-        row("field-a-line.adi", 27, u"15 27", both);
-        row("blank-lines.adi", 13, u"9 11", both);
-        row("cut-lines.adi", 9, u"7 9", both);
-        row("lower-case-tags.adi", 6, u"5 6", both);
-        row("type-indicators.adi", 6, u"5 6", both);
-        row("no-header.adi", 2, u"1 2", both);
-        row("bom.adi", 2, u"1 2", both);
-        row("header-with-tags.adi", 4, u"3 4", both);
-        row("comments.adi", 8, u"5 7", both);
-        row("last-without-end.adi", 7, u"5 6", both, {u"7: El último registro no termina en <EOR>: no se tomó."_qs});
-        row("two-a-line.adi", 6, u"5 6", {first, third});
-        row("one-line.adi", 1, u"1", {first.toUpper()});
-        row("one-line-ended.adi", 1, u"1",
-            {u"LU1ABC|24/11/2026|21:15|20M|14.250|DVoice|59|57|LU9ZZZ|MUCHAS GRACIAS"_qs});
-        row("signs-in-values.adi", 6, u"5 6",
-            {QString(first).replace(u"Muchas gracias"_qs, u"a<b>c <EOR> d"_qs),
-                QString(second).replace(u"73 y DX"_qs, u"<CALL:3>XXX"_qs)});
-        row("zero-lengths.adi", 6, u"5 6", {u"LU1ABC|24/11/2026|21:15|20m|14.100|SSB|59|59|LU9ZZZ|"_qs});
-        row("absurd-lengths.adi", 8, u"5 6 7 8",
-            {u"LU1ABC|24/11/2026|21:15|20m|14.|SSB|59|59|LU9ZZZ|hasta el fin<EOR>"_qs,
-                u"LU2ABC|24/11/2026|21:15||||599|599|LU9ZZZ|"_qs});
-        row("empty.adi", 0, u"", {});
-        row("random.bin", 276, u"", {});
-    }
     void FilesOfAllKinds()
     {
-        const Reading reading = ReadAdif(TestFile(QString::fromLatin1(QTest::currentDataTag())));
-        QVERIFY(!reading.failure);
-        QTEST(int(reading.repaired.lines), "lines");
-        QTEST(Taken(reading), "contacts");
-        QTEST(reading.reports, "reports");
-        QStringList recordLines;
-        for (const qint64 line : reading.records.lines)
-            recordLines << QString::number(line);
-        QTEST(recordLines.join(u' '), "recordLines");
-        QCOMPARE(reading.records.records.size(), recordLines.size());
+        struct Case {
+            const char16_t *file;
+            int lines;
+            QString recordLines;
+            QStringList contacts, reports;
+        };
+        const QStringList both{first, second}, capitals{first.toUpper(), second.toUpper()};
+        const QString third = u"LU3XX|25/11/2026|00:01|80m|3.600|SSB|59|59|LU9ZZZ|solo"_qs, fiveSix = u"5 6"_qs;
+        const Case cases[] = {{u"crlf", 6, fiveSix, both, {}}, {u"cr", 6, fiveSix, both, {}},
+            {u"lf", 6, fiveSix, capitals, {}}, {u"field-a-line", 27, u"15 27"_qs, both, {}},
+            {u"blank-lines", 13, u"9 11"_qs, both, {}}, {u"cut-lines", 9, u"7 9"_qs, both, {}},
+            {u"lower-case-tags", 6, fiveSix, both, {}}, {u"type-indicators", 6, fiveSix, both, {}},
+            {u"no-header", 2, u"1 2"_qs, both, {}}, {u"bom", 2, u"1 2"_qs, both, {}},
+            {u"header-with-tags", 4, u"3 4"_qs, both, {}}, {u"comments", 8, u"5 7"_qs, both, {}},
+            {u"last-without-end", 7, fiveSix, both, {u"7: El último registro no termina en <EOR>: no se tomó."_qs}},
+            {u"two-a-line", 6, fiveSix, {first, third}, {}}, {u"one-line", 1, u"1"_qs, {first.toUpper()}, {}},
+            {u"one-line-ended", 1, u"1"_qs,
+                {u"LU1ABC|24/11/2026|21:15|20M|14.250|DVoice|59|57|LU9ZZZ|MUCHAS GRACIAS"_qs}, {}},
+            {u"signs-in-values", 6, fiveSix,
+                {QString(first).replace(u"Muchas gracias"_qs, u"a<b>c <EOR> d"_qs),
+                    QString(second).replace(u"73 y DX"_qs, u"<CALL:3>XXX"_qs)},
+                {}},
+            {u"zero-lengths", 6, fiveSix, {u"LU1ABC|24/11/2026|21:15|20m|14.100|SSB|59|59|LU9ZZZ|"_qs}, {}},
+            {u"absurd-lengths", 8, u"5 6 7 8"_qs,
+                {u"LU1ABC|24/11/2026|21:15|20m|14.|SSB|59|59|LU9ZZZ|hasta el fin<EOR>"_qs,
+                    u"LU2ABC|24/11/2026|21:15||||599|599|LU9ZZZ|"_qs},
+                {}},
+            {u"empty", 0, {}, {}, {}}, {u"random.bin", 276, {}, {}, {}}};
+        for (const Case &one : cases) {
+            const QString name = QString::fromUtf16(one.file);
+            const Reading reading = ReadAdif(TestFile(name.contains(u'.') ? name : name + u".adi"_qs));
+            QVERIFY(!reading.failure);
+            QCOMPARE(reading.repaired.lines, one.lines);
+            QCOMPARE(Taken(reading), one.contacts);
+            QCOMPARE(reading.reports, one.reports);
+            QStringList recordLines;
+            for (const qint64 line : reading.records.lines)
+                recordLines << QString::number(line);
+            QCOMPARE(recordLines.join(u' '), one.recordLines);
+            QCOMPARE(reading.records.records.size(), recordLines.size());
+        }
     }
 
-    void Encodings_data()
-    {
-        QTest::addColumn<QString>("file");
-        for (const QString &file : {u"utf8-bytes.adi"_qs, u"utf8-characters.adi"_qs, u"windows-1252.adi"_qs})
-            QTest::newRow(qPrintable(file)) << file;
-    }
     void Encodings()
     {
-        QFETCH(QString, file);
-        QByteArray content = TestFile(file);
-        const auto values = [](const Reading &reading) {
-            const QsoRow &row = reading.contacts.first().row;
-            return QStringList{row.Obs, row.Operador, row.Nombre_Sat, row.SuGrid}.join(u'|');
-        };
         const QString expected = u"Peña – ñandú ½|Muñoz|Ñuñoa|GF05AB"_qs;
-        QCOMPARE(values(ReadAdif(content)), expected);
-        QCOMPARE(values(ReadAdif(content.replace("\r\n", "\n"))), expected.toUpper());
+        for (const QString &file : {u"utf8-bytes.adi"_qs, u"utf8-characters.adi"_qs, u"windows-1252.adi"_qs}) {
+            QByteArray content = TestFile(file);
+            const auto values = [](const Reading &reading) {
+                const QsoRow &row = reading.contacts.first().row;
+                return QStringList{row.Obs, row.Operador, row.Nombre_Sat, row.SuGrid}.join(u'|');
+            };
+            QCOMPARE(values(ReadAdif(content)), expected);
+            QCOMPARE(values(ReadAdif(content.replace("\r\n", "\n"))), expected.toUpper());
+        }
     }
 
     void WhoWroteTheFile()
@@ -268,8 +223,6 @@ private Q_SLOTS:
                 u"> 3 error(es) ADIF."_qs}));
     }
 
-    // --- The helper files
-
     void TheRepairedFileHoldsARecordALine()
     {
         MemoryFiles files;
@@ -292,25 +245,18 @@ private Q_SLOTS:
         }
     }
 
-    void CapitalsKeepTheLengths_data()
-    {
-        QTest::addColumn<QByteArray>("value");
-        QTest::addColumn<QByteArray>("capitals");
-        QTest::newRow("windows-1252") << QByteArray("\xF1\xE1\xFF\xB5\xDF\x9A\xF7")
-                                      << QByteArray("\xD1\xC1\x9F\xB5\xDF\x8A\xF7");
-        QTest::newRow("UTF-8") << u"ñáÿ"_qs.toUtf8() << u"ÑÁŸ"_qs.toUtf8();
-        QTest::newRow("UTF-8 whose capitals are shorter or longer") << u"ßıɐﬁ"_qs.toUtf8() << u"ßıɐﬁ"_qs.toUtf8();
-        QTest::newRow("UTF-8 beyond 16 bits")
-            << u"\U00010428\U0001F600"_qs.toUtf8() << u"\U00010400\U0001F600"_qs.toUtf8();
-    }
     void CapitalsKeepTheLengths()
     {
-        QFETCH(QByteArray, value);
-        QFETCH(QByteArray, capitals);
-        MemoryFiles files;
-        files.content[chosenPath] = Field("comment", value) + "<eor>";
-        static_cast<void>(ReadAdif(files));
-        QCOMPARE(files.content[copyPath], Field("COMMENT", capitals) + "<EOR>");
+        // windows-1252; UTF-8, whose capitals may be shorter or longer, or beyond 16 bits.
+        const std::pair<QByteArray, QByteArray> values[] = {
+            {"\xF1\xE1\xFF\xB5\xDF\x9A\xF7", "\xD1\xC1\x9F\xB5\xDF\x8A\xF7"}, {"ñáÿ", "ÑÁŸ"}, {"ßıɐﬁ", "ßıɐﬁ"},
+            {"\U00010428\U0001F600", "\U00010400\U0001F600"}};
+        for (const auto &[value, capitals] : values) {
+            MemoryFiles files;
+            files.content[chosenPath] = Field("comment", value) + "<eor>";
+            static_cast<void>(ReadAdif(files));
+            QCOMPARE(files.content[copyPath], Field("COMMENT", capitals) + "<EOR>");
+        }
     }
 
     void ALongLineIsNotCutWithinALetter()
@@ -346,8 +292,6 @@ private Q_SLOTS:
         QVERIFY(shown.contains(u"Midiendo ...801"_qs));
     }
 
-    // --- Size
-
     void TenThousandRecordsAndOneMore()
     {
         const QByteArray record = Line("LU1ABC");
@@ -365,48 +309,38 @@ private Q_SLOTS:
     }
 
     // A large file takes a few megabytes of memory, whatever it holds.
-    void MemoryIsBounded_data()
-    {
-        QTest::addColumn<QByteArray>("pattern");
-        QTest::addColumn<int>("megabytes");
-        QTest::addColumn<int>("records"); // -1: too many
-        const QByteArray large = "<APP_LARGE:90000>" + QByteArray(90000, 'x');
-        QTest::newRow("many records") << Line("LU1ABC") << 60 << -1;
-        QTest::newRow("large records") << large + Line("LU1ABC") << 60 << 60000000 / 90135;
-        QTest::newRow("large records of many lines")
-            << QByteArray(large + "\r\n").repeated(10) + Line("LU1ABC") << 60 << 60000000 / 900308;
-        QTest::newRow("one line") << QByteArray("<CALL:6>LU1ABC x") << 40 << 0;
-        QTest::newRow("LF only, no records") << QByteArray("<BAND:3>20m\n") << 20 << 0;
-        QTest::newRow("empty lines") << QByteArray("\r\n") << 20 << 0;
-        QTest::newRow("records without a call") << QByteArray("<STATION_CALLSIGN:6>LU9ZZZ<EOR>\r\n") << 20 << 0;
-    }
     void MemoryIsBounded()
     {
-        QFETCH(QByteArray, pattern);
-        QFETCH(int, megabytes);
-        QFETCH(int, records);
-        FilesWithOneOf files([&] { return std::make_unique<LargeFile>(pattern, megabytes * 1000000); });
 #ifdef __SANITIZE_ADDRESS__
         QSKIP("the sanitizer keeps what is freed");
 #endif
-        if (!ForgetPeak())
-            QSKIP("no account of the memory");
-        const qint64 before = Memory("VmRSS:");
-        Runs runs;
-        Run run(runs, {});
-        const auto quiet = [](const QString &) {};
-        const auto split = AdifFile::SplitSingleLineFile(files, chosenPath, copyPath, run, quiet);
-        QVERIFY(split);
-        const auto repaired = AdifFile::JoinRecordLines(
-            files, *split ? copyPath : chosenPath, repairedPath, run, quiet, [](qint64, const QString &) {});
-        QVERIFY(repaired);
-        const auto read = AdifFile::ReadRecords(files, *repaired, run, quiet);
-        QVERIFY(read);
-        const qint64 grown = (Memory("VmHWM:") - before) / 1024;
-
-        QVERIFY2(grown < 12, qPrintable(u"%1 MB"_qs.arg(grown)));
-        QCOMPARE(read->tooMany, records < 0);
-        QCOMPARE(int(read->records.size()), std::max(0, records));
+        const QByteArray large = "<APP_LARGE:90000>" + QByteArray(90000, 'x');
+        const std::tuple<QByteArray, int, int> rows[] = {{Line("LU1ABC"), 60, -1}, // megabytes, records; -1: too many
+            {large + Line("LU1ABC"), 60, 60000000 / 90135},
+            {QByteArray(large + "\r\n").repeated(10) + Line("LU1ABC"), 60, 60000000 / 900308},
+            {"<CALL:6>LU1ABC x", 40, 0}, {"<BAND:3>20m\n", 20, 0}, {"\r\n", 20, 0},
+            {"<STATION_CALLSIGN:6>LU9ZZZ<EOR>\r\n", 20, 0}};
+        for (const auto &[pattern, megabytes, records] : rows) {
+            FilesWithOneOf files(
+                [&, &bytes = pattern, size = megabytes] { return std::make_unique<LargeFile>(bytes, size * 1000000); });
+            if (!ForgetPeak())
+                QSKIP("no account of the memory");
+            const qint64 before = Memory("VmRSS:");
+            Runs runs;
+            Run run(runs, {});
+            const auto quiet = [](const QString &) {};
+            const auto split = AdifFile::SplitSingleLineFile(files, chosenPath, copyPath, run, quiet);
+            QVERIFY(split);
+            const auto repaired = AdifFile::JoinRecordLines(
+                files, *split ? copyPath : chosenPath, repairedPath, run, quiet, [](qint64, const QString &) {});
+            QVERIFY(repaired);
+            const auto read = AdifFile::ReadRecords(files, *repaired, run, quiet);
+            QVERIFY(read);
+            const qint64 grown = (Memory("VmHWM:") - before) / 1024;
+            QVERIFY2(grown < 12, qPrintable(u"%1 MB"_qs.arg(grown)));
+            QCOMPARE(read->tooMany, records < 0);
+            QCOMPARE(int(read->records.size()), std::max(0, records));
+        }
     }
 
     void WhatIsBeyondAMegabyteIsToldAndPassedOver()
@@ -435,8 +369,6 @@ private Q_SLOTS:
         }
     }
 
-    // --- What goes wrong
-
     void AFileThatCannotBeRead()
     {
         MemoryFiles files;
@@ -446,50 +378,37 @@ private Q_SLOTS:
         QVERIFY(files.content.empty());
     }
 
-    void ReadingThatBreaksOffIsNoShortFile_data()
-    {
-        QTest::addColumn<QString>("path");
-        QTest::addColumn<QByteArray>("content");
-        const QByteArray record = Line("LU1ABC");
-        QTest::newRow("chosen file, at once") << chosenPath << record.repeated(20000);
-        QTest::newRow("chosen file of one line") << chosenPath << QByteArray(record).replace("\r", "").repeated(20000);
-        QTest::newRow("repaired file") << repairedPath << record.repeated(9000);
-    }
     void ReadingThatBreaksOffIsNoShortFile()
     {
-        QFETCH(QString, path);
-        SpoiledFiles files;
-        files.content[chosenPath] = *static_cast<QByteArray *>(QTest::qData("content", QMetaType::QByteArray));
-        files.path = path;
-        files.trouble = FailingDevice::Trouble::ReadError;
-        for (const int blocks : {0, 1, 3}) {
-            files.limit = 262144 * blocks;
-            const Reading reading = ReadAdif(files);
-            QVERIFY(reading.failure);
-            QVERIFY2(reading.failure->text.startsWith(u"El archivo\n" + path + u"\nno se pudo leer hasta el final."),
-                qPrintable(reading.failure->text));
-        }
+        const QByteArray record = Line("LU1ABC"), oneLine = QByteArray(record).replace("\r", "");
+        const std::pair<QString, QByteArray> rows[] = {{chosenPath, record.repeated(20000)},
+            {chosenPath, oneLine.repeated(20000)}, {repairedPath, record.repeated(9000)}};
+        for (const auto &[path, content] : rows)
+            for (const int blocks : {0, 1, 3}) {
+                SpoiledFiles files;
+                files.content[chosenPath] = content;
+                files.path = path;
+                files.trouble = FailingDevice::Trouble::ReadError;
+                files.limit = 262144 * blocks;
+                const QString told = ReadAdif(files).failure.value_or(Failure{}).text;
+                QVERIFY2(
+                    told.startsWith(u"El archivo\n" + path + u"\nno se pudo leer hasta el final."), qPrintable(told));
+            }
     }
 
-    void AFullDiskIsTold_data()
-    {
-        QTest::addColumn<QString>("path");
-        QTest::newRow("copy in capitals") << copyPath;
-        QTest::newRow("repaired file") << repairedPath;
-    }
     void AFullDiskIsTold()
     {
-        QFETCH(QString, path);
-        SpoiledFiles files;
-        files.content[chosenPath] = Line("LU1ABC", "\n").repeated(4000);
-        files.path = path;
-        for (const qint64 limit : {0, 100, 300000}) {
-            files.limit = limit;
-            const Reading reading = ReadAdif(files);
-            QVERIFY(reading.failure);
-            QCOMPARE(reading.failure->kind, Failure::Kind::Full);
-            QVERIFY(reading.failure->text.contains(path));
-        }
+        for (const QString &path : {copyPath, repairedPath})
+            for (const qint64 limit : {0, 100, 300000}) {
+                SpoiledFiles files;
+                files.content[chosenPath] = Line("LU1ABC", "\n").repeated(4000);
+                files.path = path;
+                files.limit = limit;
+                const Reading reading = ReadAdif(files);
+                QVERIFY(reading.failure);
+                QCOMPARE(reading.failure->kind, Failure::Kind::Full);
+                QVERIFY(reading.failure->text.contains(path));
+            }
     }
 
     void AFileThatChangesWhileItIsRead()
@@ -524,37 +443,30 @@ private Q_SLOTS:
         QCOMPARE(ReadAdif(other).contacts.size(), 1);
     }
 
-    void EveryStepCanBeStopped_data()
-    {
-        QTest::addColumn<QByteArray>("content");
-        QTest::newRow("one line") << Line("LU1ABC", "\n").repeated(5000);
-        QTest::newRow("lines") << Line("LU1ABC").repeated(12);
-    }
     void EveryStepCanBeStopped()
     {
-        QFETCH(QByteArray, content);
-        MemoryFiles files;
-        files.content[chosenPath] = content;
-        const auto read = [&](int stopAt, int &steps) {
-            Runs runs;
-            Run run(
-                runs,
-                [&] {
+        for (const QByteArray &content : {Line("LU1ABC", "\n").repeated(5000), Line("LU1ABC").repeated(12)}) {
+            MemoryFiles files;
+            files.content[chosenPath] = content;
+            const auto read = [&](int stopAt, int &steps) {
+                Runs runs;
+                const auto pump = [&] {
                     if (++steps == stopAt)
                         runs.CancelAll();
-                },
-                {}, 0);
-            return ReadAdif(files, run);
-        };
-        int all = 0;
-        QVERIFY(!read(0, all).failure);
-        QVERIFY(all > 20);
-        for (int stopAt = 1; stopAt <= all; stopAt += 1 + all / 60) {
-            int steps = 0;
-            const Reading reading = read(stopAt, steps);
-            QVERIFY(reading.failure);
-            QCOMPARE(reading.failure->kind, Failure::Kind::Cancelled);
-            QCOMPARE(steps, stopAt);
+                };
+                Run run(runs, pump, {}, 0);
+                return ReadAdif(files, run);
+            };
+            int all = 0;
+            QVERIFY(!read(0, all).failure);
+            QVERIFY(all > 20);
+            for (int stopAt = 1; stopAt <= all; stopAt += 1 + all / 60) {
+                int steps = 0;
+                const Reading reading = read(stopAt, steps);
+                QVERIFY(reading.failure);
+                QCOMPARE(reading.failure->kind, Failure::Kind::Cancelled);
+                QCOMPARE(steps, stopAt);
+            }
         }
     }
 

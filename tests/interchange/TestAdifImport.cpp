@@ -1,9 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Tordillo Compact authors
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Reading.h"
-#include "support/TestRegistry.h"
-
-#include <QTest>
+#include "support/Fixtures.h"
 
 using AdifImport::Contact;
 using AdifImport::ParseRecord;
@@ -37,52 +35,36 @@ private Q_SLOTS:
                      "QSO_DATE=20261124 TIME_ON=211559 BAND=20m FREQ=14.250 RST_SENT=59 RST_RCVD=57 OPERATOR=LU1AAA "
                      "MODE=SSB PROP_MODE=SAT QSL_SENT=Y COMMENT=hola_a_todos SAT_NAME=AO-7 LOG_NAME=Otro"_qs),
             {});
-        QStringList columns;
-        for (const QsoColumns::Column &column : QsoColumns::all)
-            if (const QString &value = contact.row.*column.field; !value.isEmpty())
-                columns << QString::fromLatin1(column.sql) + u'=' + value;
-        QCOMPARE(columns.join(u';'),
+        QCOMPARE(Shown(contact.row),
             u"Modo=SSB;Banda=20m;MyCall=LU9ZZZ;Estacion=LU1ABC;Fecha=24/11/2026;Hora=21:15;RSE=59;RSR=57;"
             "Obs=hola a todos;Operador=LU1AAA;Frecuencia=14.250;MiGrid=FF57;SuGrid=GF05;Nombre_Sat=AO-7;"
             "SOTA=LUR/C-001;IOTA=AR-0001;POTA=AR-0002;MYSOTA=LUR/C-002"_qs);
         QVERIFY(!contact.dropped && contact.troubles.isEmpty() && contact.changes.isEmpty());
     }
 
-    void ModeReportAndSatellite_data()
-    {
-        QTest::addColumn<QString>("fields");
-        QTest::addColumn<bool>("fromLda");
-        QTest::addColumn<QString>("result"); // mode, reports, satellite
-        const auto row = [](const char16_t *fields, const char16_t *result, bool fromLda = false) {
-            QTest::newRow(qPrintable(QString::fromUtf16(fields) + (fromLda ? u", LdA"_qs : QString())))
-                << QString::fromUtf16(fields) << fromLda << QString::fromUtf16(result);
-        };
-        for (const char16_t *voice : {u"DIGITALVOICE", u"C4FM", u"DMR", u"VOI", u"DSTAR", u"FREEDV", u"DVoice"})
-            QTest::newRow(qPrintable(QString::fromUtf16(voice)))
-                << u"MODE="_qs + QString::fromUtf16(voice) << false << u"DVoice 59 59 "_qs;
-        row(u"MODE=C4fm", u"C4fm 599 599 ");
-        row(u"MODE=DATA", u"DATA 59 59 ");
-        row(u"MODE=ssb", u"ssb 599 599 ");
-        row(u"MODE=CW", u"CW 599 599 ");
-        row(u"MODE=FT8 RST_SENT=-12", u"FT8 -12 599 ");
-        row(u"MODE=SSB RST_SENT=5 RST_RCVD=59+20", u"SSB 5 59+ ");
-        row(u"MODE=SAT", u"FM 59 59 ");
-        row(u"MODE=SAT PROP_MODE=SAT SAT_NAME=AO-7", u"FM 59 59 AO-7");
-        row(u"MODE=SAT PROP_MODE=SAT", u"FM 59 59 Via Satelite");
-        row(u"MODE=Sat PROP_MODE=SAT", u"FM 59 59 ", true); // FM already when the satellite's name is asked for
-        row(u"MODE=SSB PROP_MODE=SAT", u"SSB 59 59 ");
-        row(u"PROP_MODE=SAT", u"FM 599 599 Satélite"); // the reports were decided before the mode
-        row(u"PROP_MODE=SAT SAT_NAME=AO-7", u"FM 599 599 AO-7");
-        row(u"MODE=OLIVIA8/250", u"OLIVIA8 599 599 ");
-    }
     void ModeReportAndSatellite()
     {
-        QFETCH(QString, fields);
-        QFETCH(bool, fromLda);
-        AdifImport::Settings settings;
-        settings.fromLda = fromLda;
-        const QsoRow row = ParseRecord(RecordOf(when + fields), settings).row;
-        QTEST((QStringList{row.Modo, row.RSE, row.RSR, row.Nombre_Sat}.join(u' ')), "result");
+        // The fields, and mode, reports and satellite of the contact.
+        std::vector<std::pair<QString, QString>> rows{{u"MODE=C4fm"_qs, u"C4fm 599 599 "_qs},
+            {u"MODE=DATA"_qs, u"DATA 59 59 "_qs}, {u"MODE=ssb"_qs, u"ssb 599 599 "_qs},
+            {u"MODE=CW"_qs, u"CW 599 599 "_qs}, {u"MODE=FT8 RST_SENT=-12"_qs, u"FT8 -12 599 "_qs},
+            {u"MODE=SSB RST_SENT=5 RST_RCVD=59+20"_qs, u"SSB 5 59+ "_qs}, {u"MODE=SAT"_qs, u"FM 59 59 "_qs},
+            {u"MODE=SAT PROP_MODE=SAT SAT_NAME=AO-7"_qs, u"FM 59 59 AO-7"_qs},
+            {u"MODE=SAT PROP_MODE=SAT"_qs, u"FM 59 59 Via Satelite"_qs},
+            {u"MODE=SSB PROP_MODE=SAT"_qs, u"SSB 59 59 "_qs},
+            {u"PROP_MODE=SAT"_qs, u"FM 599 599 Satélite"_qs}, // the reports were decided before the mode
+            {u"PROP_MODE=SAT SAT_NAME=AO-7"_qs, u"FM 599 599 AO-7"_qs},
+            {u"MODE=OLIVIA8/250"_qs, u"OLIVIA8 599 599 "_qs},
+            // From the service: FM already when the satellite's name is asked for.
+            {u"MODE=Sat PROP_MODE=SAT LDA="_qs, u"FM 59 59 "_qs}};
+        for (const char16_t *voice : {u"DIGITALVOICE", u"C4FM", u"DMR", u"VOI", u"DSTAR", u"FREEDV", u"DVoice"})
+            rows.emplace_back(u"MODE="_qs + QString::fromUtf16(voice), u"DVoice 59 59 "_qs);
+        for (const auto &[fields, result] : rows) {
+            AdifImport::Settings settings;
+            settings.fromLda = fields.contains(u"LDA=");
+            const QsoRow row = ParseRecord(RecordOf(when + fields), settings).row;
+            QCOMPARE((QStringList{row.Modo, row.RSE, row.RSR, row.Nombre_Sat}.join(u' ')), result);
+        }
     }
 
     void BandAndFrequency()
@@ -103,42 +85,24 @@ private Q_SLOTS:
         }
     }
 
-    void DateAndTime_data()
-    {
-        QTest::addColumn<QString>("date");
-        QTest::addColumn<QString>("time");
-        QTest::addColumn<QString>("result"); // "D", "T" or "I" for the trouble that drops it
-        const auto row = [](const char16_t *date, const char16_t *time, const char16_t *result) {
-            QTest::newRow(qPrintable(QString::fromUtf16(date) + u'/' + QString::fromUtf16(time)))
-                << QString::fromUtf16(date) << QString::fromUtf16(time) << QString::fromUtf16(result);
-        };
-        row(u"20261124", u"211559", u"24/11/2026 21:15");
-        row(u"20270229", u"2115", u"D");
-        row(u"20261301", u"2115", u"D"); // the 13th month, not the 13th of January
-        row(u"20261113", u"2115", u"13/11/2026 21:15");
-        row(u"2026112", u"2115", u"2/11/2026 21:15");
-        row(u"202611", u"2115", u"D");
-        row(u"24/11/2026", u"2115", u"D");
-        row(u"ayer", u"25", u"D"); // the date is told first
-        row(u"20261124", u"21", u"T");
-        row(u"20261124", u"2460", u"T");
-        row(u"", u"2115", u"I");
-        row(u"20261124", u"", u"I");
-    }
     void DateAndTime()
     {
-        QFETCH(QString, date);
-        QFETCH(QString, time);
-        QFETCH(QString, result);
-        const Contact contact =
-            ParseRecord(RecordOf(u"CALL=LU1ABC MODE=CW BAND=20m QSO_DATE=%1 TIME_ON=%2"_qs.arg(date, time)), {});
         const QHash<QString, Trouble> troubles{
             {u"D"_qs, Trouble::Date}, {u"T"_qs, Trouble::Time}, {u"I"_qs, Trouble::Incomplete}};
-        QCOMPARE(contact.dropped, troubles.contains(result));
-        if (contact.dropped)
-            QCOMPARE(contact.troubles, QList<Trouble>{troubles[result]});
-        else
-            QCOMPARE(QString(contact.row.Fecha + u' ' + contact.row.Hora), result);
+        // Date, time, and what is stored, or the trouble that drops it; the 13th month is not the 13th of January.
+        for (const char16_t *text :
+            {u"20261124|211559|24/11/2026 21:15", u"20270229|2115|D", u"20261301|2115|D",
+                u"20261113|2115|13/11/2026 21:15", u"2026112|2115|2/11/2026 21:15", u"202611|2115|D",
+                u"24/11/2026|2115|D", u"ayer|25|D", u"20261124|21|T", u"20261124|2460|T", u"|2115|I", u"20261124||I"}) {
+            const QStringList parts = QString::fromUtf16(text).split(u'|');
+            const Contact contact = ParseRecord(
+                RecordOf(u"CALL=LU1ABC MODE=CW BAND=20m QSO_DATE=%1 TIME_ON=%2"_qs.arg(parts[0], parts[1])), {});
+            QCOMPARE(contact.dropped, troubles.contains(parts[2]));
+            if (contact.dropped)
+                QCOMPARE(contact.troubles, QList<Trouble>{troubles[parts[2]]});
+            else
+                QCOMPARE(QString(contact.row.Fecha + u' ' + contact.row.Hora), parts[2]);
+        }
     }
 
     void ARecordMayHaveTwoTroubles()
@@ -163,27 +127,19 @@ private Q_SLOTS:
         QCOMPARE(ParseRecord(RecordOf(when + u"STATION_CALLSIGN=LU9ZZZ"_qs), settings).row.MyCall, u"LU1ZZ"_qs);
     }
 
-    void FieldsOfThePhoneProgram_data()
-    {
-        QTest::addColumn<bool>("sota");
-        QTest::addColumn<bool>("pota");
-        QTest::addColumn<QString>("fields");
-        QTest::addColumn<QString>("result"); // SOTA, MYSOTA, POTA, IOTA, Obs
-        const QString tags = u"SOTA_REF=S MY_SOTA_REF=MS SIG_INFO=P MY_SIG_INFO=MP "_qs;
-        const QString both = tags + u"NAME=lur/c-001 COMMENT=Mi_Ref"_qs;
-        QTest::newRow("no tick") << false << false << both << u"S|MS|P|MP|Mi Ref"_qs;
-        QTest::newRow("summits") << true << false << both << u"LUR/C-001|MI REF|P|MP|Mi Ref"_qs;
-        QTest::newRow("parks") << false << true << both << u"S|MS|LUR/C-001|MI REF|Mi Ref"_qs;
-        QTest::newRow("parks, tags only") << false << true << tags << u"S|MS|P|MP|"_qs;
-        QTest::newRow("summits, empty fields") << true << false << tags + u"NAME= COMMENT="_qs << u"||P|MP|"_qs;
-    }
     void FieldsOfThePhoneProgram()
     {
-        QFETCH(bool, sota);
-        QFETCH(bool, pota);
-        QFETCH(QString, fields);
-        const QsoRow row = ParseRecord(RecordOf(when + fields), {false, {}, sota, pota}).row;
-        QTEST((QStringList{row.SOTA, row.MYSOTA, row.POTA, row.IOTA, row.Obs}.join(u'|')), "result");
+        const QString tags = u"SOTA_REF=S MY_SOTA_REF=MS SIG_INFO=P MY_SIG_INFO=MP "_qs;
+        const QString both = tags + u"NAME=lur/c-001 COMMENT=Mi_Ref"_qs;
+        // The two ticks, the fields, and SOTA, MYSOTA, POTA, IOTA, Obs.
+        const std::tuple<bool, bool, QString, QString> rows[] = {{false, false, both, u"S|MS|P|MP|Mi Ref"_qs},
+            {true, false, both, u"LUR/C-001|MI REF|P|MP|Mi Ref"_qs},
+            {false, true, both, u"S|MS|LUR/C-001|MI REF|Mi Ref"_qs}, {false, true, tags, u"S|MS|P|MP|"_qs},
+            {true, false, tags + u"NAME= COMMENT="_qs, u"||P|MP|"_qs}};
+        for (const auto &[sota, pota, fields, result] : rows) {
+            const QsoRow row = ParseRecord(RecordOf(when + fields), {false, {}, sota, pota}).row;
+            QCOMPARE((QStringList{row.SOTA, row.MYSOTA, row.POTA, row.IOTA, row.Obs}.join(u'|')), result);
+        }
     }
 
     void WidthsOfTheColumns()

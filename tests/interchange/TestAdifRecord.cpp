@@ -10,54 +10,39 @@ class TestAdifRecord : public QObject {
 
 private Q_SLOTS:
     // A comment, and the operator behind it, which must not be swallowed.
-    void OneValue_data()
-    {
-        QTest::addColumn<QByteArray>("record");
-        QTest::addColumn<QString>("comment");
-        const auto row = [](const char *name, const QByteArray &record, const QString &comment) {
-            QTest::newRow(name) << record << comment;
-        };
-        row("plain", "<COMMENT:4>hola<OPERATOR:3>LU1", u"hola"_qs);
-        row("type", "<COMMENT:4:S>hola<OPERATOR:3:S>LU1", u"hola"_qs);
-        row("type that looks like a length", "<COMMENT:4:9>hola<OPERATOR:3>LU1", u"hola"_qs);
-        row("first occurrence", "<COMMENT:3>uno<COMMENT:3>dos<OPERATOR:3>LU1", u"uno"_qs);
-        row("inside another value", "<NOTES:14><COMMENT:3>sie<COMMENT:3>dos<OPERATOR:3>LU1", u"sie"_qs);
-        row("shorter than what stands there", "<COMMENT:2>hola<OPERATOR:3>LU1", u"ho"_qs);
-        row("longer than what stands there", "<OPERATOR:3>LU1<COMMENT:9>hola", u"hola"_qs);
-        row("empty", "<COMMENT:0>hola<OPERATOR:3>LU1", QString());
-        row("no number", "<COMMENT:cuatro>hola<OPERATOR:3>LU1", QString());
-        row("many digits", "<OPERATOR:3>LU1<COMMENT:88888888888888888888>hola", u"hola"_qs);
-        row("absent", "<COMMENTS:4>hola<MYCOMMENT:4>hola<OPERATOR:3>LU1", QString());
-        row("no end of the tag", "<OPERATOR:3>LU1<COMMENT:4", QString());
-        row("signs of structure", "<COMMENT:13>a<b>c <EOR> d<OPERATOR:3>LU1", u"a<b>c <EOR> d"_qs);
-        row("UTF-8, bytes",
-            "<COMMENT:6>Pe\xC3\xB1"
-            "as<OPERATOR:3>LU1",
-            u"Peñas"_qs);
-        row("UTF-8 at the end, bytes", "<COMMENT:4>se\xC3\xB1<OPERATOR:3>LU1", u"señ"_qs);
-        row("UTF-8 at the end, characters", "<COMMENT:3>se\xC3\xB1<OPERATOR:3>LU1", u"señ"_qs);
-        row("UTF-8 and blanks, characters", "<COMMENT:4>se\xC3\xB1\xC3\xB1 \n<OPERATOR:3>LU1", u"seññ"_qs);
-        row("UTF-8, characters, comment behind", "<COMMENT:3>se\xC3\xB1 // nota <OPERATOR:3>LU1", u"señ"_qs);
-        row("UTF-8, cut in a letter by its writer", "<COMMENT:3>se\xC3\xB1or // nota <OPERATOR:3>LU1", u"se"_qs);
-        row("windows-1252",
-            "<COMMENT:5>Pe\xF1"
-            "as<OPERATOR:3>LU1",
-            u"Peñas"_qs);
-        row("windows-1252 at the end", "<COMMENT:4>25\xB0\xBA<OPERATOR:3>LU1", u"25°º"_qs);
-        row("windows-1252 that begins like UTF-8", "<COMMENT:4>a\xC3\xB1\xF1<OPERATOR:3>LU1", u"aÃ±ñ"_qs);
-    }
     void OneValue()
     {
-        QFETCH(QByteArray, record);
-        const AdifRecord read(record);
-        QTEST(read.Value(AdifTag::Comment), "comment");
-        QCOMPARE(read.Value(AdifTag::Operator), u"LU1"_qs);
-        // What is kept of a long record is read the same.
-        const QByteArray longer = "<X:4>abcd" + QByteArray(5000, '.') + record;
-        const QByteArray kept = AdifRecord(longer).Essence();
-        QVERIFY(kept.size() <= record.size());
-        QTEST(AdifRecord(kept).Value(AdifTag::Comment), "comment");
-        QCOMPARE(AdifRecord(kept).Value(AdifTag::Operator), u"LU1"_qs);
+        const std::pair<QByteArray, QString> rows[] = {{"<COMMENT:4>hola<OPERATOR:3>LU1", u"hola"_qs},
+            {"<COMMENT:4:S>hola<OPERATOR:3:S>LU1", u"hola"_qs}, {"<COMMENT:4:9>hola<OPERATOR:3>LU1", u"hola"_qs},
+            {"<COMMENT:3>uno<COMMENT:3>dos<OPERATOR:3>LU1", u"uno"_qs},
+            {"<NOTES:14><COMMENT:3>sie<COMMENT:3>dos<OPERATOR:3>LU1", u"sie"_qs},
+            {"<COMMENT:2>hola<OPERATOR:3>LU1", u"ho"_qs}, {"<OPERATOR:3>LU1<COMMENT:9>hola", u"hola"_qs},
+            {"<COMMENT:0>hola<OPERATOR:3>LU1", {}}, {"<COMMENT:cuatro>hola<OPERATOR:3>LU1", {}},
+            {"<OPERATOR:3>LU1<COMMENT:88888888888888888888>hola", u"hola"_qs},
+            {"<COMMENTS:4>hola<MYCOMMENT:4>hola<OPERATOR:3>LU1", {}}, {"<OPERATOR:3>LU1<COMMENT:4", {}},
+            {"<COMMENT:13>a<b>c <EOR> d<OPERATOR:3>LU1", u"a<b>c <EOR> d"_qs},
+            {"<COMMENT:6>Pe\xC3\xB1"
+             "as<OPERATOR:3>LU1",
+                u"Peñas"_qs},
+            {"<COMMENT:4>se\xC3\xB1<OPERATOR:3>LU1", u"señ"_qs}, {"<COMMENT:3>se\xC3\xB1<OPERATOR:3>LU1", u"señ"_qs},
+            {"<COMMENT:4>se\xC3\xB1\xC3\xB1 \n<OPERATOR:3>LU1", u"seññ"_qs},
+            {"<COMMENT:3>se\xC3\xB1 // nota <OPERATOR:3>LU1", u"señ"_qs},
+            {"<COMMENT:3>se\xC3\xB1or // nota <OPERATOR:3>LU1", u"se"_qs},
+            {"<COMMENT:5>Pe\xF1"
+             "as<OPERATOR:3>LU1",
+                u"Peñas"_qs},
+            {"<COMMENT:4>25\xB0\xBA<OPERATOR:3>LU1", u"25°º"_qs},
+            {"<COMMENT:4>a\xC3\xB1\xF1<OPERATOR:3>LU1", u"aÃ±ñ"_qs}};
+        for (const auto &[record, comment] : rows) {
+            QCOMPARE(AdifRecord(record).Value(AdifTag::Comment), comment);
+            QCOMPARE(AdifRecord(record).Value(AdifTag::Operator), u"LU1"_qs);
+            // What is kept of a long record is read the same.
+            const QByteArray longer = "<X:4>abcd" + QByteArray(5000, '.') + record;
+            const QByteArray kept = AdifRecord(longer).Essence();
+            QVERIFY(kept.size() <= record.size());
+            QCOMPARE(AdifRecord(kept).Value(AdifTag::Comment), comment);
+            QCOMPARE(AdifRecord(kept).Value(AdifTag::Operator), u"LU1"_qs);
+        }
     }
 
     void AThousandCharactersAreLookedAt()

@@ -3,18 +3,14 @@
 #include "Reading.h"
 #include "interchange/AdifWriter.h"
 #include "support/FailingDevice.h"
-#include "support/TestRegistry.h"
-
-#include <QTest>
+#include "support/Fixtures.h"
 
 namespace {
 
 // Sub-items 0 to 21 of a row of the search list.
 QStringList SubItems()
 {
-    return {u"1"_qs, u"77"_qs, u"LU1ABC"_qs, u"20m"_qs, u"14.250"_qs, u"SSB"_qs, u"59"_qs, u"57"_qs, u"24/11/2026"_qs,
-        u"21:15"_qs, u"LU9ZZZ"_qs, QString(), QString(), QString(), QString(), u"1"_qs, QString(), u"Capital"_qs,
-        QString(), QString(), QString(), QString()};
+    return u"1|77|LU1ABC|20m|14.250|SSB|59|57|24/11/2026|21:15|LU9ZZZ|||||1||Capital||||"_qs.split(u'|');
 }
 
 const QByteArray plain = "<STATION_CALLSIGN:6>LU9ZZZ<CALL:6>LU1ABC<MODE:3>SSB<BAND:3>20m<FREQ:6>14.250"
@@ -22,18 +18,8 @@ const QByteArray plain = "<STATION_CALLSIGN:6>LU9ZZZ<CALL:6>LU1ABC<MODE:3>SSB<BA
 
 QsoRow Row()
 {
-    QsoRow row;
-    row.Modo = u"SSB"_qs;
-    row.Banda = u"20m"_qs;
-    row.MyCall = u"LU9ZZZ"_qs;
-    row.Estacion = u"LU1ABC"_qs;
-    row.Fecha = u"2026-11-24"_qs;
-    row.Hora = u"21:15:59"_qs;
-    row.RSE = u"59"_qs;
-    row.RSR = u"57"_qs;
-    row.NombreLog = u"Año 1"_qs;
-    row.Frecuencia = u"14,250"_qs;
-    return row;
+    return RowOf(u"Modo=SSB;Banda=20m;MyCall=LU9ZZZ;Estacion=LU1ABC;Fecha=2026-11-24;Hora=21:15:59;RSE=59;RSR=57;"
+                 "NombreLog=Año 1;Frecuencia=14,250"_qs);
 }
 
 const QByteArray logName = "<LOG_NAME:5>A\xF1o 1<EOR>\r\n";
@@ -52,40 +38,27 @@ private Q_SLOTS:
         QCOMPARE(AdifWriter::End(), QByteArray("<EOF>\r\n"));
     }
 
-    void ASearchRecord_data()
-    {
-        QTest::addColumn<QString>("changes"); // "number=text;..."
-        QTest::addColumn<bool>("message");
-        QTest::addColumn<QByteArray>("more"); // behind the plain fields
-        const auto row = [](const char *name, const char16_t *changes, const QByteArray &more, bool message = false) {
-            QTest::newRow(name) << QString::fromUtf16(changes) << message << more;
-        };
-        row("nothing more", u"", "");
-        row("everything, in order", u"11=LU1AAA;12=hola;13=FF57;14=GF05;16=AO-7;18=a/1;19=AR-1;20=AR-2;21=b/2",
-            "<PROP_MODE:3>SAT<SAT_NAME:4>AO-7<BAND_RX:2>2m<OPERATOR:6>LU1AAA<COMMENT:4>hola<QSLMSG:4>hola"
-            "<MY_GRIDSQUARE:4>FF57<GRIDSQUARE:4>GF05<SOTA_REF:3>a/1<SIG_INFO:4>AR-2<MY_SOTA_REF:3>b/2"
-            "<MY_SIG_INFO:4>AR-1",
-            true);
-        row("untrimmed as it stands", u"12=  a ", "<COMMENT:4>  a ");
-        row("blanks only", u"11= ;12=   ;13= ;14= ;18= ;19= ;20= ;21= ", "");
-        row("blanks only, message", u"12=   ", "<QSLMSG:3>   ", true);
-        row("no remarks, message", u"", "", true);
-        row("remarks without message", u"12=hola", "<COMMENT:4>hola");
-        row("a satellite of blanks", u"16=  ", "<PROP_MODE:3>SAT<SAT_NAME:2>  <BAND_RX:2>2m");
-        row("letters", u"12=ñandú €",
-            "<COMMENT:7>\xF1"
-            "and\xFA \x80");
-        row("outside the code page", u"12=Ω 日", "<COMMENT:3>? ?");
-    }
     void ASearchRecord()
     {
-        QFETCH(QString, changes);
-        QFETCH(bool, message);
-        QStringList items = SubItems();
-        for (const QString &change : changes.split(u';', Qt::SkipEmptyParts))
-            items[change.section(u'=', 0, 0).toInt()] = change.section(u'=', 1);
-        QFETCH(QByteArray, more);
-        QCOMPARE(AdifWriter::SearchRecord(items, message), plain + more + "<EOR>\r\n");
+        // Sub-items by their number, whether the remarks are the message, and what stands behind the plain fields.
+        const std::tuple<QString, bool, QByteArray> rows[] = {{u""_qs, false, ""},
+            {u"11=LU1AAA;12=hola;13=FF57;14=GF05;16=AO-7;18=a/1;19=AR-1;20=AR-2;21=b/2"_qs, true,
+                "<PROP_MODE:3>SAT<SAT_NAME:4>AO-7<BAND_RX:2>2m<OPERATOR:6>LU1AAA<COMMENT:4>hola<QSLMSG:4>hola"
+                "<MY_GRIDSQUARE:4>FF57<GRIDSQUARE:4>GF05<SOTA_REF:3>a/1<SIG_INFO:4>AR-2<MY_SOTA_REF:3>b/2"
+                "<MY_SIG_INFO:4>AR-1"},
+            {u"12=  a "_qs, false, "<COMMENT:4>  a "}, {u"11= ;12=   ;13= ;14= ;18= ;19= ;20= ;21= "_qs, false, ""},
+            {u"12=   "_qs, true, "<QSLMSG:3>   "}, {u""_qs, true, ""}, {u"12=hola"_qs, false, "<COMMENT:4>hola"},
+            {u"16=  "_qs, false, "<PROP_MODE:3>SAT<SAT_NAME:2>  <BAND_RX:2>2m"},
+            {u"12=ñandú €"_qs, false,
+                "<COMMENT:7>\xF1"
+                "and\xFA \x80"},
+            {u"12=Ω 日"_qs, false, "<COMMENT:3>? ?"}};
+        for (const auto &[changes, message, more] : rows) {
+            QStringList items = SubItems();
+            for (const QString &change : changes.split(u';', Qt::SkipEmptyParts))
+                items[change.section(u'=', 0, 0).toInt()] = change.section(u'=', 1);
+            QCOMPARE(AdifWriter::SearchRecord(items, message), plain + more + "<EOR>\r\n");
+        }
     }
 
     void ModesOfASearchRecord()
@@ -123,33 +96,17 @@ private Q_SLOTS:
         QVERIFY(record.contains("<QSO_DATE:0><TIME_ON:4>2115"));
     }
 
-    void ABackupRecord_data()
-    {
-        QTest::addColumn<QString>("changes"); // "column=text;..."
-        QTest::addColumn<QByteArray>("more");
-        const auto row = [](const char *name, const char16_t *changes, const QByteArray &more) {
-            QTest::newRow(name) << QString::fromUtf16(changes) << more;
-        };
-        row("everything, in order",
-            u"Nombre_Sat=AO-7;Operador=LU1AAA;Obs=hola;MiGrid=FF57;SOTA= a/1 ;POTA= AR-2 ;IOTA= AR-1 ;MYSOTA= b/2 ;"
-            u"SuGrid=GF05;LdA= 2 ",
-            "<PROP_MODE:3>SAT<SAT_NAME:4>AO-7<OPERATOR:6>LU1AAA<COMMENT:4>hola<MY_GRIDSQUARE:4>FF57<SOTA_REF:3>a/1"
-            "<SIG_INFO:4>AR-2<IOTA_REF:4>AR-1<MY_SOTA_REF:3>b/2<GRIDSQUARE:4>GF05<QSL_RCVD:1>Y");
-        row("blanks only", u"Operador= ;Obs= ;MiGrid= ;SuGrid= ;SOTA= ;POTA= ;IOTA= ;MYSOTA= ;LdA= ", "");
-        row("not sent", u"LdA=0", "<QSL_RCVD:1>N");
-        row("sent", u"LdA=1", "");
-        row("confirmed", u"LdA=2.0", "<QSL_RCVD:1>Y");
-    }
     void ABackupRecord()
     {
-        QFETCH(QString, changes);
-        QFETCH(QByteArray, more);
-        QsoRow row = Row();
-        for (const QString &change : changes.split(u';', Qt::SkipEmptyParts))
-            for (const QsoColumns::Column &column : QsoColumns::all)
-                if (change.section(u'=', 0, 0) == QString::fromLatin1(column.sql))
-                    row.*column.field = change.section(u'=', 1);
-        QCOMPARE(AdifWriter::BackupRecord(row), plain + more + logName);
+        const std::pair<QString, QByteArray> rows[] = {
+            {u"Nombre_Sat=AO-7;Operador=LU1AAA;Obs=hola;MiGrid=FF57;SOTA= a/1 ;POTA= AR-2 ;IOTA= AR-1 ;MYSOTA= b/2 ;"
+             u"SuGrid=GF05;LdA= 2 "_qs,
+                "<PROP_MODE:3>SAT<SAT_NAME:4>AO-7<OPERATOR:6>LU1AAA<COMMENT:4>hola<MY_GRIDSQUARE:4>FF57<SOTA_REF:3>a/1"
+                "<SIG_INFO:4>AR-2<IOTA_REF:4>AR-1<MY_SOTA_REF:3>b/2<GRIDSQUARE:4>GF05<QSL_RCVD:1>Y"},
+            {u"Operador= ;Obs= ;MiGrid= ;SuGrid= ;SOTA= ;POTA= ;IOTA= ;MYSOTA= ;LdA= "_qs, ""},
+            {u"LdA=0"_qs, "<QSL_RCVD:1>N"}, {u"LdA=1"_qs, ""}, {u"LdA=2.0"_qs, "<QSL_RCVD:1>Y"}};
+        for (const auto &[changes, more] : rows)
+            QCOMPARE(AdifWriter::BackupRecord(RowOf(changes, Row())), plain + more + logName);
     }
 
     void ADiskThatTakesPartOfARecord()
@@ -174,26 +131,18 @@ private Q_SLOTS:
     // What is written is read again as the same contact.
     void WrittenAndReadAgain()
     {
-        QsoRow row = Row();
-        row.Obs = u"a<b>c <EOR> ñ\n fin"_qs;
-        row.Operador = u"LU1AAA"_qs;
-        row.MiGrid = u"FF57AB"_qs;
-        row.SuGrid = u"GF05"_qs;
-        row.SOTA = u"LUR/C-001"_qs;
-        row.POTA = u"AR-0001"_qs;
-        row.MYSOTA = u"LUR/C-002"_qs;
-        row.Nombre_Sat = u"AO-7"_qs;
+        QsoRow row =
+            RowOf(u"Obs=a<b>c <EOR> ñ\n fin;Operador=LU1AAA;MiGrid=FF57AB;SuGrid=GF05;SOTA=LUR/C-001;POTA=AR-0001;"
+                  "MYSOTA=LUR/C-002;Nombre_Sat=AO-7"_qs,
+                Row());
         const QByteArray file = AdifWriter::Header(QDateTime(QDate(2026, 1, 1), QTime(0, 0)))
             + AdifWriter::BackupRecord(row) + AdifWriter::End();
         const Reading reading = ReadAdif(file);
         QCOMPARE(reading.repaired.program, u"Tordillo Compacto"_qs);
         QCOMPARE(reading.contacts.size(), 1);
-        QsoRow again = reading.contacts.first().row;
-        row.Fecha = u"24/11/2026"_qs;
-        row.Hora = u"21:15"_qs;
-        row.Frecuencia = u"14.250"_qs;
-        row.NombreLog.clear(); // contacts go into the log that is open
-        QVERIFY(again == row);
+        // Contacts go into the log that is open.
+        row = RowOf(u"Fecha=24/11/2026;Hora=21:15;Frecuencia=14.250;NombreLog="_qs, row);
+        QVERIFY(reading.contacts.first().row == row);
 
         QStringList items = SubItems();
         for (const QString &mode : {u"DVoice"_qs, u"DV IP"_qs, u"Echo IP"_qs}) {

@@ -1,9 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Tordillo Compact authors
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "interchange/ContestAdif.h"
-#include "support/TestRegistry.h"
-
-#include <QTest>
+#include "support/Fixtures.h"
 
 class TestContestAdif : public QObject {
     Q_OBJECT
@@ -14,14 +12,7 @@ private Q_SLOTS:
         ContestAdif::Records records(u"CQ Ñandú"_qs, u"XX1AA"_qs);
         QsoRow row;
         QCOMPARE(*records.Next(row), QByteArray());
-        row.MyCall = u"XX1AA"_qs;
-        row.Estacion = u"XX2BB"_qs;
-        row.Fecha = u"20240309"_qs;
-        row.Hora = u"1203"_qs;
-        row.Modo = u"SSB"_qs;
-        row.Banda = u"70cm"_qs;
-        row.RSE = u"001"_qs;
-        row.RSR = u"12"_qs;
+        row = RowOf(u"MyCall=XX1AA;Estacion=XX2BB;Fecha=20240309;Hora=1203;Modo=SSB;Banda=70cm;RSE=001;RSR=12"_qs);
         const auto record = [](const QByteArray &mode, const QByteArray &frequency,
                                 const QByteArray &report) -> QByteArray {
             return "<STATION_CALLSIGN:5>XX1AA<CALL:5>XX2BB<QSO_DATE:8>20240309<TIME_ON:4>1203<MODE:" + mode

@@ -37,16 +37,4 @@ inline NewQso Numbered(int number)
     return qso;
 }
 
-// Every row of Tabla1 in the order of its id.
-inline Result<QList<QsoRow>> AllRows(LogStore &store)
-{
-    return store.Read([](Session &session) {
-        Query query = session.Prepare(u"SELECT " + QsoColumns::SelectList() + u" FROM Tabla1 ORDER BY id");
-        QList<QsoRow> rows;
-        while (query.Next())
-            rows << query.Row();
-        return rows;
-    });
-}
-
 } // namespace SomeQsos

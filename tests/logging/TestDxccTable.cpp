@@ -59,33 +59,26 @@ class TestDxccTable : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void LongestPrefixWins_data()
-    {
-        QTest::addColumn<QString>("call");
-        QTest::addColumn<QString>("country");
-        QTest::addColumn<QString>("left"); // what the search leaves in its argument
-        QTest::newRow("whole call") << u"LU1ZA"_qs << u"Orcadas del Sur"_qs << u"LU1ZA"_qs;
-        QTest::newRow("digit before the suffix") << u"LU10ABC"_qs << QString() << u"LU"_qs;
-        QTest::newRow("at sea") << u"LU1ABC/MM"_qs << u"Mendoza"_qs << u"LU"_qs;
-        QTest::newRow("first slash of two") << u"LU1ABC/X/Z"_qs << u"Tierra del Fuego"_qs << u"LU"_qs;
-        QTest::newRow("first of two rows") << u"KH6A"_qs << u"Hawái"_qs << u"KH6"_qs;
-        QTest::newRow("case counts") << u"lu1abc"_qs << QString() << u"l"_qs;
-        QTest::newRow("country cut") << u"5A1"_qs << QString(100, u'x') << u"5A"_qs;
-        QTest::newRow("middle not read") << u"3Y1"_qs << u"Bouvet"_qs << u"3Y"_qs;
-        QTest::newRow("blank before the country") << u"AY1ABC"_qs << u" Argentina"_qs << u"AY"_qs;
-        QTest::newRow("behind the end") << u"W1AB"_qs << QString() << u"W"_qs;
-    }
     void LongestPrefixWins()
     {
-        const QStringList rows{u"LU;13;14;SA;Argentina"_qs, u"  K;;;Estados Unidos  "_qs, u"KH6;Hawái"_qs,
+        const QString huge(5'000'000, u'A');
+        const DxccTable table = TableOf({u"LU;13;14;SA;Argentina"_qs, u"  K;;;Estados Unidos  "_qs, u"KH6;Hawái"_qs,
             u"KH6;Otro"_qs, u"LU1ZA;Orcadas del Sur"_qs, u"5A;"_qs + QString(300, u'x'), u"3Y;a;b c;;Bouvet"_qs,
-            u"AY; Argentina"_qs, u";nadie"_qs, u"   "_qs, u"W;Estados Unidos"_qs};
-        QFETCH(QString, call);
-        const DxccTable table = TableOf(rows);
-        QTEST(table.CountryOf(call), "country");
-        QString argument = call;
-        QTEST(table.CountryOfCall(argument), "country");
-        QTEST(argument, "left");
+            u"AY; Argentina"_qs, u";nadie"_qs, huge + u';' + huge, u"   "_qs, u"W;Estados Unidos"_qs});
+        // The call, its country, and what the search leaves in its argument.
+        const std::tuple<QString, QString, QString> rows[] = {{u"LU1ZA"_qs, u"Orcadas del Sur"_qs, u"LU1ZA"_qs},
+            {u"LU1ABC"_qs, u"Capital"_qs, u"LU"_qs}, {u"LU10ABC"_qs, {}, u"LU"_qs}, {u"LU"_qs, {}, u"LU"_qs},
+            {u"LU1ABC/MM"_qs, u"Mendoza"_qs, u"LU"_qs}, {u"LU1ABC/X/Z"_qs, u"Tierra del Fuego"_qs, u"LU"_qs},
+            {u"K1AB"_qs, u"Estados Unidos"_qs, u"K"_qs}, {u"KH6A"_qs, u"Hawái"_qs, u"KH6"_qs},
+            {u"lu1abc"_qs, {}, u"l"_qs}, {u"5A1"_qs, QString(100, u'x'), u"5A"_qs}, {u"3Y1"_qs, u"Bouvet"_qs, u"3Y"_qs},
+            {u"AY1ABC"_qs, u" Argentina"_qs, u"AY"_qs}, {huge, QString(100, u'A'), huge},
+            {huge.chopped(1), {}, u"A"_qs}, {u"W1AB"_qs, {}, u"W"_qs}, {u"Q1ABC"_qs, {}, u"Q"_qs}, {{}, {}, {}}};
+        for (const auto &[call, country, left] : rows) {
+            QString argument = call;
+            QCOMPARE(table.CountryOf(call), country);
+            QCOMPARE(table.CountryOfCall(argument), country);
+            QVERIFY(argument == left);
+        }
     }
 
     void TheLastHundredRowsAreNotSearched()
@@ -102,6 +95,12 @@ private Q_SLOTS:
         QCOMPARE(table.CountryOf(u"B1"), u"22900"_qs);
         QCOMPARE(table.CountryOf(u"C1"), QString());
         QCOMPARE(table.CountryOf(u"A22899X"), u"22899"_qs);
+        DxccTable ended; // by its first empty line
+        QCOMPARE(ended.AddLine(u"no separator"), Use::NoSeparator);
+        QCOMPARE(ended.Size(), 0);
+        QCOMPARE(ended.AddLine(u""), Use::Searched);
+        QCOMPARE(ended.AddLine(u"LU;Argentina"), Use::NeverSearched);
+        QCOMPARE(ended.Size(), 2);
     }
 
     void SuppliedTableIsSoundAndFoundAsAScanFindsIt()
@@ -140,7 +139,7 @@ private Q_SLOTS:
         const std::pair<QString, QString> rows[] = {{u"AY4EJ/D"_qs, u"Buenos Aires"_qs},
             {u"LU1ZA"_qs, u"Islas Orcadas del Sur"_qs}, {u"VP8LP"_qs, u"Islas Malvinas"_qs},
             {u"EA4URE"_qs, u"España"_qs}, {u"KH6LC"_qs, u"Hawái"_qs}, {u"3D2C"_qs, u"Arrecife Conway"_qs},
-            {u"3D2CA"_qs, u"Fiyi"_qs}};
+            {u"3D2CA"_qs, u"Fiyi"_qs}, {u"IT9AAA"_qs, u"Italia"_qs}, {u"LU1ZAB"_qs, u"Antártida"_qs}};
         for (const auto &[call, country] : rows)
             QCOMPARE(table.CountryOf(call), country);
         QCOMPARE(DxccTable().CountryLabel(u"JA1ABC"), u"Argentina"_qs);

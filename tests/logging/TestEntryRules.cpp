@@ -130,6 +130,8 @@ private Q_SLOTS:
             {"1A", "1A"}};
         for (const auto &[typed, kept] : rows)
             QCOMPARE(CutBadGridCharacter(QString::fromLatin1(typed)), QString::fromLatin1(kept));
+        QCOMPARE(TidyGrid(u"1G", u""), u"G"_qs); // pasted: each character in its turn
+        QCOMPARE(TidyGrid(u"11", u"1"), u"1"_qs); // typed: only the last one is looked at
         for (int length = 0; length < 9; ++length) {
             QCOMPARE(GridLengthAllowed(length, GridOf::OwnStation), length == 0 || length == 6);
             QCOMPARE(GridLengthAllowed(length, GridOf::Correspondent), length == 0 || length == 4 || length == 6);

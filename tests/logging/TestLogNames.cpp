@@ -1,19 +1,11 @@
 // SPDX-FileCopyrightText: 2026 The Tordillo Compact authors
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "SomeQsos.h"
-#include "core/Schema.h"
 #include "logging/LogNames.h"
-#include "support/RawDatabase.h"
-#include "support/TestRegistry.h"
+#include "support/Fixtures.h"
 
-#include <QTemporaryDir>
-#include <QTest>
-
-class TestLogNames : public QObject {
+class TestLogNames : public StoreTest {
     Q_OBJECT
-
-    std::unique_ptr<QTemporaryDir> folder_;
-    std::unique_ptr<LogStore> store_;
 
     QString Listed()
     {
@@ -30,13 +22,6 @@ class TestLogNames : public QObject {
     }
 
 private Q_SLOTS:
-    void init()
-    {
-        folder_ = std::make_unique<QTemporaryDir>();
-        store_ = std::make_unique<LogStore>(folder_->filePath(u"base0.mdb"_qs));
-        QVERIFY(store_->CreateEmpty());
-    }
-
     void LogsAreListedInOrderWithTheirCounts()
     {
         QCOMPARE(Listed(), QString());
@@ -46,28 +31,24 @@ private Q_SLOTS:
         Add(u"abc"_qs, 3);
         Add(u"ABC"_qs, 1); // another tool's spelling of the same log
         Add(u"Sin marca"_qs, 2);
-        QVERIFY(RawDatabase(store_->Path()).Run("INSERT INTO Tabla1 (Modo) VALUES('CW')")); // belongs to no log
+        Sql("INSERT INTO Tabla1 (Modo) VALUES('CW')"); // belongs to no log
         QCOMPARE(Listed(),
             u"abc (4 QSOs)|B (2) (0 QSOs)|Éxito (0 QSOs)|nz (0 QSOs)|Ñ (0 QSOs)|ñandú (0 QSOs)|Sin marca (2 QSOs)|"
             "zorro (0 QSOs)"_qs);
     }
 
-    void AnyNameWorks_data()
-    {
-        QTest::addColumn<QString>("name");
-        for (const QString &name : {u"a (b)"_qs, u"100%"_qs, u"a\"b"_qs, u"日本"_qs})
-            QTest::newRow(qPrintable(name)) << name;
-    }
     void AnyNameWorks()
     {
-        QFETCH(QString, name);
-        Add(u"zz"_qs, 1);
-        QVERIFY(CreateLog(*store_, name));
-        QCOMPARE(*CountQsos(*store_, name), 0);
-        Add(name, 2);
-        QVERIFY(Listed().contains(name + u" (2 QSOs)"));
-        QCOMPARE(*DeleteLog(*store_, name), u"zz"_qs);
-        QCOMPARE(Listed(), u"zz (1 QSOs)"_qs);
+        for (const QString &name : {u"a (b)"_qs, u"100%"_qs, u"a\"b"_qs, u"日本"_qs}) {
+            init();
+            Add(u"zz"_qs, 1);
+            QVERIFY(CreateLog(*store_, name));
+            QCOMPARE(*CountQsos(*store_, name), 0);
+            Add(name, 2);
+            QVERIFY(Listed().contains(name + u" (2 QSOs)"));
+            QCOMPARE(*DeleteLog(*store_, name), u"zz"_qs);
+            QCOMPARE(Listed(), u"zz (1 QSOs)"_qs);
+        }
     }
 
     void TheLogToOpenAfterADeletion()

@@ -1,32 +1,22 @@
 // SPDX-FileCopyrightText: 2026 The Tordillo Compact authors
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "SomeQsos.h"
-#include "core/QsoTable.h"
 #include "logging/QsoEdit.h"
-#include "support/RawDatabase.h"
-#include "support/TestRegistry.h"
-
-#include <QTemporaryDir>
-#include <QTest>
+#include "support/Fixtures.h"
 
 using namespace SomeQsos;
 
-class TestQsoEdit : public QObject {
+class TestQsoEdit : public StoreTest {
     Q_OBJECT
-
-    std::unique_ptr<QTemporaryDir> folder_;
-    std::unique_ptr<LogStore> store_;
 
     // A row as foreign programs leave them, with nothing in the form in which the window would write it.
     void StoreForeignRow(const QByteArray &frequency = "14,25050")
     {
-        QVERIFY(RawDatabase(store_->Path())
-                    .Run("INSERT INTO Tabla1 VALUES(NULL,'ssb ','20M',' lu9zzz','lu1abc/w','24/11/2026','9:05:59',"
-                         "'5','',' Ñandú  ','lu1aaa ','Log inicial','"
-                        + frequency
-                        + "','gf05ab12','fe46 ','2','SO-50  ',NULL,NULL,' lud/da-001 ','ar-1 ',NULL,'  lud/2')"));
+        Sql("INSERT INTO Tabla1 VALUES(NULL,'ssb ','20M',' lu9zzz','lu1abc/w','24/11/2026','9:05:59',"
+            "'5','',' Ñandú  ','lu1aaa ','Log inicial','"
+            + frequency + "','gf05ab12','fe46 ','2','SO-50  ',NULL,NULL,' lud/da-001 ','ar-1 ',NULL,'  lud/2')");
     }
-    QsoRow Row() const { return AllRows(*store_)->value(0); }
+    QsoRow Row() { return Rows().value(0); }
     static EditFields Valid()
     {
         EditFields fields;
@@ -39,13 +29,6 @@ class TestQsoEdit : public QObject {
     }
 
 private Q_SLOTS:
-    void init()
-    {
-        folder_ = std::make_unique<QTemporaryDir>();
-        store_ = std::make_unique<LogStore>(folder_->filePath(u"base0.mdb"_qs));
-        QVERIFY(store_->CreateEmpty());
-    }
-
     void SavedUntouchedARowStaysByteForByte()
     {
         StoreForeignRow();
@@ -58,14 +41,13 @@ private Q_SLOTS:
         expected.Argento = u"Chubut"_qs;
         QVERIFY(*QsoEdit::UpdateQso(*store_, fields, fields));
         QVERIFY(Row() == expected);
-        QCOMPARE(RawDatabase(store_->Path()).Value("SELECT typeof(Perfil)||typeof(Argento)||quote(LdA) FROM Tabla1"),
-            u"nulltext''"_qs);
+        QCOMPARE(Value("SELECT typeof(Perfil)||typeof(Argento)||quote(LdA) FROM Tabla1"), u"nulltext''"_qs);
     }
 
     void SavingRewritesWhatItsRulesSay()
     {
         StoreForeignRow("1267,100");
-        QVERIFY(RawDatabase(store_->Path()).Run("UPDATE Tabla1 SET Nombre_Sat='so-50'"));
+        Sql("UPDATE Tabla1 SET Nombre_Sat='so-50'");
         const EditFields fields = QsoEdit::FromRow(Row());
         QVERIFY(*QsoEdit::UpdateQso(*store_, fields, fields));
         QCOMPARE(Row().Banda, u"23m"_qs); // 23 cm by the name of this window
@@ -75,38 +57,27 @@ private Q_SLOTS:
 
     void EachFieldWritesItsOwnColumn()
     {
-        struct Change {
-            QString EditFields::*field;
-            QString typed;
-            QString QsoRow::*column;
-            QString stored;
-        };
         using E = EditFields;
-        using R = QsoRow;
-        const Change changes[] = {{&E::station, u"LU8AAA"_qs, &R::MyCall, u"LU8AAA"_qs},
-            {&E::call, u"LU2ABC"_qs, &R::Estacion, u"LU2ABC"_qs}, {&E::operatorCall, {}, &R::Operador, {}},
-            {&E::date, u"01/02/2027"_qs, &R::Fecha, u"2027-02-01"_qs},
-            {&E::time, u"23:59"_qs, &R::Hora, u"23:59:00"_qs}, {&E::reportSent, u"59"_qs, &R::RSE, u"59"_qs},
-            {&E::reportReceived, u" 57"_qs, &R::RSR, u" 57"_qs},
-            {&E::remarks, u" O'Hi'ggins\";-- "_qs, &R::Obs, u" OHiggins\";-- "_qs},
-            {&E::mhz, u"7"_qs, &R::Frecuencia, u"7.2505"_qs}, {&E::khz, u"090"_qs, &R::Frecuencia, u"14.090"_qs},
-            {&E::band, u"40m"_qs, &R::Banda, u"40m"_qs}, {&E::mode, u"CW"_qs, &R::Modo, u"CW"_qs},
-            {&E::ownGrid, u"GF05AB"_qs, &R::MiGrid, u"GF05AB"_qs}, {&E::grid, {}, &R::SuGrid, {}},
-            {&E::satellite, u"ao-7"_qs, &R::Nombre_Sat, u"AO-7"_qs}, {&E::SOTA, u" A "_qs, &R::SOTA, u"A"_qs},
-            {&E::POTA, u" B "_qs, &R::POTA, u"B"_qs}, {&E::MYSOTA, u" C "_qs, &R::MYSOTA, u"C"_qs},
-            {&E::IOTA, u" D "_qs, &R::IOTA, u"D"_qs}};
-        for (const Change &change : changes) {
-            QVERIFY(RawDatabase(store_->Path()).Run("DELETE FROM Tabla1"));
+        const std::tuple<QString E::*, QString, QString> changes[] = {{&E::station, u"LU8AAA"_qs, u"MyCall=LU8AAA"_qs},
+            {&E::call, u"LU2ABC"_qs, u"Estacion=LU2ABC;Argento=Capital"_qs}, {&E::operatorCall, {}, u"Operador="_qs},
+            {&E::date, u"01/02/2027"_qs, u"Fecha=2027-02-01"_qs}, {&E::time, u"23:59"_qs, u"Hora=23:59:00"_qs},
+            {&E::reportSent, u"59"_qs, u"RSE=59"_qs}, {&E::reportReceived, u" 57"_qs, u"RSR= 57"_qs},
+            {&E::remarks, u" O'Hi'ggins\"-- "_qs, u"Obs= OHiggins\"-- "_qs},
+            {&E::mhz, u"7"_qs, u"Frecuencia=7.2505"_qs}, {&E::khz, u"090"_qs, u"Frecuencia=14.090"_qs},
+            {&E::band, u"40m"_qs, u"Banda=40m"_qs}, {&E::mode, u"CW"_qs, u"Modo=CW"_qs},
+            {&E::ownGrid, u"GF05AB"_qs, u"MiGrid=GF05AB"_qs}, {&E::grid, {}, u"SuGrid="_qs},
+            {&E::satellite, u"ao-7"_qs, u"Nombre_Sat=AO-7"_qs}, {&E::SOTA, u" A "_qs, u"SOTA=A"_qs},
+            {&E::POTA, u" B "_qs, u"POTA=B"_qs}, {&E::MYSOTA, u" C "_qs, u"MYSOTA=C"_qs},
+            {&E::IOTA, u" D "_qs, u"IOTA=D"_qs}};
+        for (const auto &[field, typed, stored] : changes) {
+            Sql("DELETE FROM Tabla1");
             StoreForeignRow("14.2505");
-            QsoRow expected = Row();
-            const EditFields shown = QsoEdit::FromRow(expected);
+            const QsoRow expected = RowOf(stored, RowOf(u"LdA=;Argento=Chubut"_qs, Row()));
+            const EditFields shown = QsoEdit::FromRow(Row());
             EditFields fields = shown;
-            fields.*change.field = change.typed;
+            fields.*field = typed;
             QVERIFY(*QsoEdit::UpdateQso(*store_, fields, shown));
-            expected.LdA.clear();
-            expected.Argento = change.column == &R::Estacion ? u"Capital"_qs : u"Chubut"_qs;
-            expected.*change.column = change.stored;
-            QVERIFY2(Row() == expected, qPrintable(change.stored));
+            QVERIFY2(Row() == expected, qPrintable(stored));
         }
     }
 

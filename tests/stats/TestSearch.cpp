@@ -1,32 +1,16 @@
 // SPDX-FileCopyrightText: 2026 The Tordillo Compact authors
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "core/QsoTable.h"
 #include "stats/Search.h"
-#include "support/TestRegistry.h"
-
-#include <QFile>
-#include <QTemporaryDir>
-#include <QTest>
+#include "support/Fixtures.h"
 
 namespace {
 
 const QString logName = u"Log O Higgins"_qs;
 
-QsoRow Qso(const QString &call, const QString &date, const std::function<void(QsoRow &)> &change = {})
+QsoRow Qso(const QString &call, const QString &date, const QString &change = {})
 {
-    QsoRow row;
-    row.Modo = u"SSB"_qs;
-    row.Banda = u"40m"_qs;
-    row.MyCall = u"LU9ZZZ"_qs;
-    row.Operador = u"LU1AAA"_qs;
-    row.Estacion = call;
-    row.Fecha = date;
-    row.Hora = u"21:15:00"_qs;
-    row.LdA = u"1"_qs;
-    row.NombreLog = logName;
-    if (change)
-        change(row);
-    return row;
+    const QString row = u"Modo=SSB;Banda=40m;MyCall=LU9ZZZ;Operador=LU1AAA;Hora=21:15:00;LdA=1;NombreLog="_qs + logName;
+    return RowOf(change, RowOf(u"Estacion=%1;Fecha=%2"_qs.arg(call, date), RowOf(row)));
 }
 
 struct FilterCase {
@@ -37,31 +21,17 @@ struct FilterCase {
 
 } // namespace
 
-class TestSearch : public QObject {
+class TestSearch : public StoreTest {
     Q_OBJECT
 
-    std::unique_ptr<QTemporaryDir> folder_;
-    std::unique_ptr<LogStore> store_;
-
-    void Store(const QList<QsoRow> &rows)
-    {
-        QVERIFY(store_->Write([&](Session &session) {
-            for (const QsoRow &row : rows)
-                QsoTable::Insert(session, row);
-        }));
-    }
-    void Execute(const QString &sql)
-    {
-        const Result<void> done = store_->Write([&](Session &session) { session.Execute(sql); });
-        QVERIFY2(done, qPrintable(done ? QString() : done.failure().text));
-    }
     // So many contacts, one a minute in the order of their ids; `date` and `time` are SQL over the number n.
     void StoreMany(int count, const QString &date, const QString &time)
     {
-        Execute(u"WITH RECURSIVE c(n) AS (SELECT 1 UNION ALL SELECT n+1 FROM c WHERE n<%1) INSERT INTO Tabla1 "
-                "(Modo, \"Nombre Log\", Estacion, Obs, Fecha, Hora) "
-                "SELECT 'CW', '%2', 'LU1A', iif(n%7=0, 'Ñandú', ''), %3, %4 FROM c"_qs.arg(count)
-                    .arg(logName, date, time));
+        Sql(u"WITH RECURSIVE c(n) AS (SELECT 1 UNION ALL SELECT n+1 FROM c WHERE n<%1) INSERT INTO Tabla1 "
+            "(Modo, \"Nombre Log\", Estacion, Obs, Fecha, Hora) "
+            "SELECT 'CW', '%2', 'LU1A', iif(n%7=0, 'Ñandú', ''), %3, %4 FROM c"_qs.arg(count)
+                .arg(logName, date, time)
+                .toUtf8());
     }
     std::vector<qint64> InOneGo(const QString &condition = u"1"_qs)
     {
@@ -104,25 +74,18 @@ class TestSearch : public QObject {
     }
 
 private Q_SLOTS:
-    void init()
-    {
-        folder_ = std::make_unique<QTemporaryDir>();
-        store_ = std::make_unique<LogStore>(folder_->filePath(u"base0.mdb"_qs));
-        QVERIFY(store_->CreateEmpty());
-    }
-
     void EveryFilterAloneAndTogether()
     {
-        Store({Qso(u"LU1ABC"_qs, u"2026-01-01"_qs, [](QsoRow &r) { r.LdA = u"0"_qs, r.POTA = u"AR-1"_qs; }),
-            Qso(u"LU2ABC"_qs, u"2026-01-02"_qs, [](QsoRow &r) { r.LdA = u"2"_qs, r.Obs = u"Peñón 100% d'or"_qs; }),
-            Qso(u"LU3ABC"_qs, u"2026-01-03"_qs, [](QsoRow &r) { r.IOTA = u"AR-2"_qs, r.POTA = u"AR-3"_qs; }),
-            Qso(u"CX1AA"_qs, u"2026-01-04"_qs, [](QsoRow &r) { r.Nombre_Sat = u"AO-7"_qs, r.Modo = u"CW"_qs; }),
-            Qso(u"CX11A"_qs, u"2026-01-05"_qs, [](QsoRow &r) { r.MYSOTA = u"S2"_qs, r.SOTA = u"S1"_qs; }),
-            Qso(u"CX2AA"_qs, u"2026-01-06"_qs, [](QsoRow &r) { r.MyCall = u"LU9ZZZ/A"_qs, r.Banda = u"20m"_qs; }),
-            Qso(u"PY1AA"_qs, u"2026-01-07"_qs, [](QsoRow &r) { r.Operador = u"LU2BBB"_qs, r.SOTA = u"S3"_qs; }),
-            Qso(u"LU4ABC/W"_qs, u"2026-01-08"_qs, [](QsoRow &r) { r.LdA.clear(), r.IOTA = u"AR-4"_qs; }),
-            Qso(u"OTHER"_qs, u"2026-01-09"_qs, [](QsoRow &r) { r.NombreLog = u"otro"_qs; }),
-            Qso({}, {}, [](QsoRow &r) { r = {}, r.NombreLog = logName; })}); // what keeps an empty log in existence
+        Insert({Qso(u"LU1ABC"_qs, u"2026-01-01"_qs, u"LdA=0;POTA=AR-1"_qs),
+            Qso(u"LU2ABC"_qs, u"2026-01-02"_qs, u"LdA=2;Obs=Peñón 100% d'or"_qs),
+            Qso(u"LU3ABC"_qs, u"2026-01-03"_qs, u"IOTA=AR-2;POTA=AR-3"_qs),
+            Qso(u"CX1AA"_qs, u"2026-01-04"_qs, u"Nombre_Sat=AO-7;Modo=CW"_qs),
+            Qso(u"CX11A"_qs, u"2026-01-05"_qs, u"MYSOTA=S2;SOTA=S1"_qs),
+            Qso(u"CX2AA"_qs, u"2026-01-06"_qs, u"MyCall=LU9ZZZ/A;Banda=20m"_qs),
+            Qso(u"PY1AA"_qs, u"2026-01-07"_qs, u"Operador=LU2BBB;SOTA=S3"_qs),
+            Qso(u"LU4ABC/W"_qs, u"2026-01-08"_qs, u"LdA=;IOTA=AR-4"_qs),
+            Qso(u"OTHER"_qs, u"2026-01-09"_qs, u"NombreLog=otro"_qs),
+            RowOf(u"NombreLog="_qs + logName)}); // what keeps an empty log in existence
         const QString all = u"LU4ABC/W PY1AA CX2AA CX11A CX1AA LU3ABC LU2ABC LU1ABC"_qs;
         using F = SearchFilters;
         const auto argentines = [](F::Lda lda) { return [lda](F &f) { f.argentinesOnly = true, f.lda = lda; }; };
@@ -159,34 +122,25 @@ private Q_SLOTS:
             "ORDER BY [Fecha] DESC, [Hora] DESC"_qs);
     }
 
-    void ADateThatIsNoneStopsTheSearchAtTheFirstContact_data()
-    {
-        QTest::addColumn<QString>("from");
-        QTest::addColumn<QString>("to");
-        QTest::addColumn<int>("bad"); // 1 from, 2 to
-        QTest::newRow("first") << u"31/02/2026"_qs << u"x"_qs << 1;
-        QTest::newRow("a blank is no date") << u" "_qs << QString() << 1;
-        QTest::newRow("last") << u"01/01/2026"_qs << u"31/02/2026"_qs << 2;
-        QTest::newRow("last, with nothing left to compare") << u"02/01/2026"_qs << u"31/02/2026"_qs << 0;
-    }
     void ADateThatIsNoneStopsTheSearchAtTheFirstContact()
     {
-        QFETCH(QString, from);
-        QFETCH(QString, to);
-        Store({Qso(u"LU1ABC"_qs, u"2026-01-01"_qs)});
-        SearchFilters filters;
-        filters.from = from;
-        filters.to = to;
-        for (const QString &log : {logName, u"empty"_qs}) {
-            SearchCursor cursor(*store_, log, filters);
-            std::vector<qint64> ids;
-            QVERIFY(cursor.Next(ids));
-            QVERIFY(cursor.AtEnd() && ids.empty());
-            if (log == logName)
-                QTEST(static_cast<int>(cursor.badDate()), "bad");
-            else
-                QCOMPARE(cursor.badDate(), SearchCursor::BadDate::None);
-        }
+        using Bad = SearchCursor::BadDate;
+        // A blank is no date; the last one is not looked at when there is nothing left to compare.
+        const std::tuple<QString, QString, Bad> rows[] = {{u"31/02/2026"_qs, u"x"_qs, Bad::From},
+            {u" "_qs, {}, Bad::From}, {u"01/01/2026"_qs, u"31/02/2026"_qs, Bad::To},
+            {u"02/01/2026"_qs, u"31/02/2026"_qs, Bad::None}};
+        Insert({Qso(u"LU1ABC"_qs, u"2026-01-01"_qs)});
+        for (const auto &[from, to, bad] : rows)
+            for (const QString &log : {logName, u"empty"_qs}) {
+                SearchFilters filters;
+                filters.from = from;
+                filters.to = to;
+                SearchCursor cursor(*store_, log, filters);
+                std::vector<qint64> ids;
+                QVERIFY(cursor.Next(ids));
+                QVERIFY(cursor.AtEnd() && ids.empty());
+                QCOMPARE(cursor.badDate(), log == logName ? bad : Bad::None);
+            }
     }
 
     void FieldsAreCheckedAndTidied()
@@ -202,30 +156,24 @@ private Q_SLOTS:
             QCOMPARE(TidyBandFilter(text), band);
     }
 
-    void SlicesGiveWhatOneStatementWould_data()
-    {
-        QTest::addColumn<int>("count");
-        QTest::addColumn<QString>("date");
-        QTest::addColumn<QString>("time");
-        const QString days = u"date('2020-01-01', (n/300)||' days')"_qs, minutes = u"time(n*60, 'unixepoch')"_qs;
-        QTest::newRow("a slice and one") << 20001 << days << minutes;
-        QTest::newRow("one moment") << 45000 << u"'2026-11-24'"_qs << u"'21:15:00'"_qs;
-        // As other tools may write them.
-        QTest::newRow("a day without times") << 45000 << u"'2026-11-24'"_qs << u"iif(n<40000, NULL, '10:00:00')"_qs;
-        QTest::newRow("nearly nothing") << 45000 << u"iif(n>9, NULL, '2026-11-24')"_qs << u"iif(n%2, NULL, '')"_qs;
-    }
     void SlicesGiveWhatOneStatementWould()
     {
-        QFETCH(int, count);
-        QFETCH(QString, date);
-        QFETCH(QString, time);
-        StoreMany(count, date, time);
-        const std::vector<qint64> expected = InOneGo();
-        QCOMPARE(int(expected.size()), count);
-        QVERIFY(InSlices() == expected);
-        SearchFilters filters;
-        filters.remarks = u"ñANDÚ"_qs;
-        QVERIFY(InSlices(filters) == InOneGo(u"id%7=0"_qs));
+        const QString day = u"'2026-11-24'"_qs;
+        // A slice and one; one moment; and what other tools may write.
+        const std::tuple<int, QString, QString> logs[] = {
+            {20001, u"date('2020-01-01', (n/300)||' days')"_qs, u"time(n*60, 'unixepoch')"_qs},
+            {45000, day, u"'21:15:00'"_qs}, {45000, day, u"iif(n<40000, NULL, '10:00:00')"_qs},
+            {45000, u"iif(n>9, NULL, '2026-11-24')"_qs, u"iif(n%2, NULL, '')"_qs}};
+        for (const auto &[count, date, time] : logs) {
+            init();
+            StoreMany(count, date, time);
+            const std::vector<qint64> expected = InOneGo();
+            QCOMPARE(int(expected.size()), count);
+            QVERIFY(InSlices() == expected);
+            SearchFilters filters;
+            filters.remarks = u"ñANDÚ"_qs;
+            QVERIFY(InSlices(filters) == InOneGo(u"id%7=0"_qs));
+        }
     }
 
     void TheLogMayChangeBetweenSlices()
@@ -236,8 +184,8 @@ private Q_SLOTS:
         const auto change = [&](int slice) {
             if (slice != 1)
                 return;
-            Execute(u"DELETE FROM Tabla1 WHERE id BETWEEN 20000 AND 25001"_qs); // the place reached among them
-            Store({Qso(u"LU1A"_qs, u"2026-11-25"_qs), Qso(u"LU1A"_qs, u"2026-11-23"_qs)});
+            Sql("DELETE FROM Tabla1 WHERE id BETWEEN 20000 AND 25001"); // the place reached among them
+            Insert({Qso(u"LU1A"_qs, u"2026-11-25"_qs), Qso(u"LU1A"_qs, u"2026-11-23"_qs)});
         };
         expected.insert(expected.begin() + 20000 - 1, 25001); // was read before
         QVERIFY(InSlices({}, change) == expected);
@@ -246,9 +194,12 @@ private Q_SLOTS:
     void SlicesOfAnEarlierSearchServeTheNextOne()
     {
         StoreMany(70000, u"date('2020-01-01', (n/3000)||' days')"_qs, u"time(n, 'unixepoch')"_qs);
+        SearchFilters bounded;
+        bounded.to = u"20/01/2020"_qs; // several slices below it
+        QVERIFY(InSlices(bounded) == InOneGo(u"Fecha<='2020-01-20'"_qs));
         SearchSlices slices;
         QVERIFY(InSlices({}, {}, &slices) == InOneGo());
-        Execute(u"DELETE FROM Tabla1 WHERE id BETWEEN 20000 AND 55000 OR id%20000<3"_qs);
+        Sql("DELETE FROM Tabla1 WHERE id BETWEEN 20000 AND 55000 OR id%20000<3");
         StoreMany(30000, u"iif(n%4, date('2019-12-31', (n/2000)||' days'), NULL)"_qs, u"iif(n%3, '10:00:00', NULL)"_qs);
         SearchFilters filters;
         QVERIFY(InSlices(filters, {}, &slices) == InOneGo());
@@ -258,7 +209,7 @@ private Q_SLOTS:
         QVERIFY(InSlices(filters, {}, &slices) == InOneGo(u"Fecha BETWEEN '2020-01-03' AND '2020-01-05'"_qs));
         filters.from = u"06/01/2020"_qs;
         QVERIFY(InSlices(filters, {}, &slices).empty());
-        Execute(u"DELETE FROM Tabla1 WHERE Estacion='LU1A'"_qs);
+        Sql("DELETE FROM Tabla1 WHERE Estacion='LU1A'");
         QVERIFY(InSlices({}, {}, &slices).empty());
     }
 
@@ -270,10 +221,10 @@ private Q_SLOTS:
         std::vector<qint64> ids;
         QVERIFY(cursor.Next(ids));
         QCOMPARE(int(ids.size()), SearchCursor::sliceRows);
-        QVERIFY(QFile::rename(store_->Path(), folder_->filePath(u"x"_qs)));
+        QVERIFY(QFile::rename(store_->Path(), Path(u"x"_qs)));
         QVERIFY(!cursor.Next(ids));
         QVERIFY(!cursor.AtEnd());
-        QVERIFY(QFile::rename(folder_->filePath(u"x"_qs), store_->Path()));
+        QVERIFY(QFile::rename(Path(u"x"_qs), store_->Path()));
         QVERIFY(cursor.Next(ids));
         QVERIFY(cursor.AtEnd() && ids == expected);
     }

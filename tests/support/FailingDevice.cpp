@@ -33,22 +33,11 @@ void FailingDevice::close()
     behind_.close();
 }
 
-bool FailingDevice::isSequential() const { return behind_.isSequential(); }
-
-qint64 FailingDevice::size() const
-{
-    return trouble_ == Trouble::EndsEarly ? std::min(behind_.size(), limit_) : behind_.size();
-}
-
-bool FailingDevice::seek(qint64 position) { return QIODevice::seek(position) && behind_.seek(position); }
-
-bool FailingDevice::atEnd() const { return (trouble_ == Trouble::EndsEarly && Room() <= 0) || behind_.atEnd(); }
-
 qint64 FailingDevice::readData(char *data, qint64 maxSize)
 {
-    const bool limited = trouble_ == Trouble::ReadError || trouble_ == Trouble::EndsEarly;
+    const bool limited = trouble_ == Trouble::ReadError;
     if (limited && Room() <= 0 && maxSize > 0) {
-        if (trouble_ == Trouble::ReadError && !behind_.atEnd())
+        if (!behind_.atEnd())
             setErrorString(QStringLiteral("Input/output error"));
         return -1;
     }

@@ -14,23 +14,19 @@ public:
         DiskFull, // the write that passes the limit stores what still fits, and fails, as every later one
         CutShort, // the same, but each write claims to have stored what still fitted: 0 at the limit
         ReadError, // the read that passes the limit gives what comes before it, the next one fails
-        EndsEarly, // reading ends at the limit, as if the file were no longer than that
     };
 
     // `limit`: bytes read or written through this device, counted from its opening.
     FailingDevice(QIODevice &behind, qint64 limit, Trouble trouble);
     ~FailingDevice() override;
 
-    // Bytes that have reached the device behind, or have come from it.
-    qint64 passed() const { return passed_; }
-
     // Always without a buffer of its own, so that the limit is met where it stands.
     bool open(OpenMode mode) override;
     void close() override;
-    bool isSequential() const override;
-    qint64 size() const override;
-    bool seek(qint64 position) override;
-    bool atEnd() const override;
+    bool isSequential() const override { return behind_.isSequential(); }
+    qint64 size() const override { return behind_.size(); }
+    bool seek(qint64 position) override { return QIODevice::seek(position) && behind_.seek(position); }
+    bool atEnd() const override { return behind_.atEnd(); }
 
 protected:
     qint64 readData(char *data, qint64 maxSize) override;

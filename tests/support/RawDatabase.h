@@ -9,15 +9,23 @@
 // A plain connection beside our own store, as any other SQLite tool would have one.
 class RawDatabase {
 public:
-    explicit RawDatabase(const QString &path) { sqlite3_open(path.toUtf8().constData(), &handle_); }
+    explicit RawDatabase(const QString &path)
+    {
+        const int flags = SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE | SQLITE_OPEN_EXRESCODE;
+        opened_ = code_ = sqlite3_open_v2(path.toUtf8().constData(), &handle_, flags, nullptr);
+    }
     ~RawDatabase() { sqlite3_close(handle_); }
     Q_DISABLE_COPY_MOVE(RawDatabase)
 
     // One or more statements; false when one of them fails.
     bool Run(const QByteArray &sql)
     {
-        return sqlite3_exec(handle_, sql.constData(), nullptr, nullptr, nullptr) == SQLITE_OK;
+        if (opened_ == SQLITE_OK)
+            code_ = sqlite3_exec(handle_, sql.constData(), nullptr, nullptr, nullptr);
+        return code_ == SQLITE_OK;
     }
+    // What the opening or the last Run gave.
+    int Code() const { return code_; }
     // The first value of a query; null for a null or when there is no row; the engine's message on an error.
     QString Value(const QByteArray &sql)
     {
@@ -35,4 +43,5 @@ public:
 
 private:
     sqlite3 *handle_ = nullptr;
+    int opened_ = SQLITE_OK, code_ = SQLITE_OK;
 };

@@ -2,26 +2,19 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Desk.h"
 
-#include "core/QsoTable.h"
 #include "keyer/CqCaller.h"
 #include "keyer/SerialLines.h"
 #include "support/FailingDevice.h"
-#include "ui/Form1_Main.h"
 #include "ui/Theme.h"
 #include "ui/Windows.h"
 
-#include <QAbstractItemView>
 #include <QAction>
 #include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
-#include <QFile>
-#include <QFileInfo>
-#include <QGroupBox>
-#include <QLineEdit>
+#include <QHeaderView>
 #include <QPointer>
-#include <QTest>
-#include <QTimer>
+#include <QTreeView>
 
 class Desk::Files : public FileSystem {
 public:
@@ -75,7 +68,7 @@ private:
 
 struct Desk::Process {
     explicit Process(Desk &desk)
-        : logbook(desk.folder_.path(), *desk.files_, desk.clock)
+        : logbook(desk.folder_->path(), *desk.files_, desk.clock)
         , lines(logbook, desk.ports)
         , caller(logbook, lines, desk.player, scheduler)
         , windows(std::make_unique<Windows>())
@@ -99,7 +92,7 @@ struct Desk::Process {
 Desk::Desk()
     : files_(std::make_unique<Files>(*this))
 {
-    HealDisk();
+    Renew();
 }
 
 Desk::~Desk()
@@ -108,19 +101,39 @@ Desk::~Desk()
     ApplyWindowTheme(Theme::Light);
 }
 
+void Desk::Renew()
+{
+    Kill();
+    ApplyWindowTheme(Theme::Light);
+    HealDisk();
+    folder_ = std::make_unique<QTemporaryDir>();
+    clock = FixedClock();
+    dialogs = {};
+    ports.clock = {};
+    ports.refused.clear();
+    ports.gone.clear();
+    static_cast<void>(ports.Taken());
+    keying = std::make_shared<ManualPacer::Time>();
+    player.Close();
+    static_cast<void>(player.Taken());
+    unwritable.clear();
+    room.reset();
+    ended.reset();
+}
+
 // --- The program folder
 
-QString Desk::Path(const QString &name) const { return folder_.filePath(name); }
+QString Desk::Path(const Words &name) const { return folder_->filePath(name); }
 
-bool Desk::Has(const QString &name) const { return QFileInfo::exists(Path(name)); }
+bool Desk::Has(const Words &name) const { return QFileInfo::exists(Path(name)); }
 
-QByteArray Desk::Content(const QString &name) const
+QByteArray Desk::Content(const Words &name) const
 {
     QFile file(Path(name));
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
-void Desk::Write(const QString &name, const QByteArray &content) const
+void Desk::Write(const Words &name, const QByteArray &content) const
 {
     QFile file(Path(name));
     QVERIFY(file.open(QIODevice::WriteOnly));
@@ -141,7 +154,7 @@ void Desk::Furnish(int qsos) const
     }));
 }
 
-void Desk::Configure(const QString &key, const QString &value) const
+void Desk::Configure(const Words &key, const Words &value) const
 {
     QList<QByteArray> lines;
     for (const QByteArray &line : Content(u"config.ini"_qs).split('\n'))
@@ -154,20 +167,11 @@ void Desk::Configure(const QString &key, const QString &value) const
 QsoRow Desk::SampleQso(int number)
 {
     const QDateTime moment = QDateTime(QDate(2026, 1, 1), QTime(0, 0)).addSecs(60 * number);
-    QsoRow row;
-    row.Modo = number % 2 ? u"SSB"_qs : u"CW"_qs;
-    row.Banda = number % 3 ? u"40m"_qs : u"20m"_qs;
-    row.Frecuencia = number % 3 ? u"7.090"_qs : u"14.200"_qs;
-    row.MyCall = u"LU9ZZZ"_qs;
-    row.Estacion = u"CX%1A"_qs.arg(number);
-    row.Fecha = moment.date().toString(Qt::ISODate);
-    row.Hora = moment.time().toString(u"hh:mm:ss");
-    row.RSE = row.RSR = number % 2 ? u"59"_qs : u"599"_qs;
-    row.Operador = u"LU1AAA"_qs;
-    row.NombreLog = u"Log inicial"_qs;
-    row.LdA = u"1"_qs;
-    row.Argento = u"Capital"_qs;
-    return row;
+    const QString columns = u"MyCall=LU9ZZZ;Operador=LU1AAA;NombreLog=Log inicial;LdA=1;Argento=Capital;"
+                            "Estacion=CX%1A;Fecha=%2;Hora=%3;"_qs.arg(number)
+                                .arg(moment.date().toString(Qt::ISODate), moment.time().toString(u"hh:mm:ss"));
+    return RowOf(columns + (number % 2 ? u"Modo=SSB;RSE=59;RSR=59;" : u"Modo=CW;RSE=599;RSR=599;")
+        + (number % 3 ? u"Banda=40m;Frecuencia=7.090" : u"Banda=20m;Frecuencia=14.200"));
 }
 
 void Desk::Store(const QList<QsoRow> &rows) const
@@ -179,6 +183,21 @@ void Desk::Store(const QList<QsoRow> &rows) const
     }));
 }
 
+void Desk::StoreMany(int count) const
+{
+    Sql("WITH RECURSIVE c(n) AS (SELECT 1 UNION ALL SELECT n+1 FROM c WHERE n<" + QByteArray::number(count)
+        + ") INSERT INTO Tabla1 (Modo, \"Nombre Log\", MyCall, Estacion, Fecha, Hora, Banda) "
+          "SELECT 'CW', 'Log inicial', 'LU9ZZZ', 'LU'||n, '2025-01-01', time(n, 'unixepoch'), '40m' FROM c");
+}
+
+void Desk::Sql(const QByteArray &sql) const { QVERIFY2(RawDatabase(Path("base0.mdb")).Run(sql), sql.constData()); }
+
+QString Desk::Value(const QByteArray &sql) const { return RawDatabase(Path("base0.mdb")).Value(sql); }
+
+void Desk::TakeBase() const { QVERIFY(QFile::rename(Path("base0.mdb"), Path("otra"))); }
+
+void Desk::BringBase() const { QVERIFY(QFile::rename(Path("otra"), Path("base0.mdb"))); }
+
 void Desk::HealDisk()
 {
     FaultVfs::Instance().Reset();
@@ -186,18 +205,34 @@ void Desk::HealDisk()
     FaultVfs::Instance().SetRealSyncs(false);
 }
 
+std::vector<Desk::Trouble> Desk::Troubles()
+{
+    FaultVfs &disk = FaultVfs::Instance();
+    return {{u"No queda lugar en el disco"_qs, [&] { disk.SetRoom(0); }},
+        {u"El disco falló"_qs, [&] { disk.FailWrites(1, FaultVfs::forever, FaultVfs::Trouble::IoError); }},
+        {u"El disco falló"_qs, [&] { disk.FailSyncs(1, FaultVfs::forever); }},
+        {u"está en uso por otro programa"_qs,
+            [&] {
+                other_ = std::make_unique<RawDatabase>(Path("base0.mdb"));
+                QVERIFY(other_->Run("BEGIN IMMEDIATE"));
+            }},
+        {u"No se encuentra la base de datos"_qs, [&] { TakeBase(); }}};
+}
+
+void Desk::EndTrouble()
+{
+    HealDisk();
+    other_.reset();
+    if (!Has("base0.mdb"))
+        BringBase();
+}
+
 QList<QsoRow> Desk::Rows() const
 {
-    LogStore store(Path(u"base0.mdb"_qs));
-    const auto rows = store.Read([](Session &session) {
-        QList<QsoRow> read;
-        Query query =
-            session.Prepare(u"SELECT " + QsoColumns::SelectList() + u" FROM Tabla1 WHERE Modo<>'' ORDER BY id");
-        while (query.Next())
-            read << query.Row();
-        return read;
-    });
-    return rows ? *rows : QList<QsoRow>();
+    LogStore store(Path("base0.mdb"));
+    QList<QsoRow> rows = RowsOf(store);
+    rows.removeIf([](const QsoRow &row) { return row.Modo.isEmpty(); });
+    return rows;
 }
 
 QString Desk::LastStored(QString QsoRow::*column) const
@@ -229,6 +264,12 @@ void Desk::Start()
     QVERIFY(Load());
     Show();
     Advance(1000);
+}
+
+void Desk::Begin(int qsos)
+{
+    Furnish(qsos);
+    Start();
 }
 
 void Desk::Kill() { process_.reset(); }
@@ -263,13 +304,41 @@ QWidget *Desk::Front() const
     return modal ? modal : &Main();
 }
 
-QString Desk::Text(const QString &name) const
+static QString TextOf(const QWidget *control)
 {
-    const auto *control = Find(name);
     for (const char *property : {"text", "currentText", "title"})
         if (const QVariant text = control->property(property); text.isValid())
             return text.toString();
     return {};
+}
+
+QString Desk::Text(const Words &name) const { return TextOf(Find(name)); }
+
+QString Desk::Texts(const Words &names) const
+{
+    QStringList texts;
+    for (const QString &name : names.split(u' '))
+        texts << Text(name);
+    return texts.join(u'|');
+}
+
+QString Desk::OnMain(const Words &name) const { return TextOf(Main().findChild<QWidget *>(name)); }
+
+QString Desk::Enabled(const Words &names) const
+{
+    QString enabled;
+    for (const QString &name : names.split(u' '))
+        enabled += Find(name)->isEnabled() ? u'+' : u'-';
+    return enabled;
+}
+
+QString Desk::Cells(const Words &list, int column) const
+{
+    QStringList cells;
+    const auto *model = Find<QAbstractItemView>(list)->model();
+    for (int row = 0; row < model->rowCount(); ++row)
+        cells << model->index(row, column).data().toString();
+    return cells.join(u'|');
 }
 
 QString Desk::Focus() const
@@ -281,7 +350,7 @@ QString Desk::Focus() const
                                                               : focused->objectName();
 }
 
-void Desk::Put(const QString &name, const QString &text) const
+void Desk::Put(const Words &name, const Words &text) const
 {
     auto *control = Find(name);
     if (auto *combo = qobject_cast<QComboBox *>(control))
@@ -309,7 +378,7 @@ void Desk::Hold(int key, int repeats) const
     send(QEvent::KeyRelease, false);
 }
 
-void Desk::Type(const QString &text) const
+void Desk::Type(const Words &text) const
 {
     for (const QChar c : text) {
         const int key = c.toUpper().unicode();
@@ -317,7 +386,7 @@ void Desk::Type(const QString &text) const
     }
 }
 
-void Desk::Click(const QString &name) const
+void Desk::Click(const Words &name) const
 {
     auto *control = Find(name);
     // A box is clicked on its mark; the caption may be shorter than the control.
@@ -326,7 +395,7 @@ void Desk::Click(const QString &name) const
     QCoreApplication::processEvents();
 }
 
-void Desk::DoubleClick(const QString &name, int row) const
+void Desk::DoubleClick(const Words &name, int row) const
 {
     auto *list = Find<QAbstractItemView>(name);
     QModelIndex index = list->model()->index(row, 0);
@@ -337,7 +406,20 @@ void Desk::DoubleClick(const QString &name, int row) const
     QTest::mouseDClick(list->viewport(), Qt::LeftButton, {}, place);
 }
 
-void Desk::Choose(const QString &name, const QString &entry) const
+void Desk::ClickRow(const Words &list, int row) const
+{
+    auto *view = Find<QAbstractItemView>(list);
+    QTest::mouseClick(view->viewport(), Qt::LeftButton, {}, view->visualRect(view->model()->index(row, 0)).center());
+}
+
+void Desk::ClickTitle(const Words &list, int column) const
+{
+    QHeaderView *title = Find<QTreeView>(list)->header();
+    const QPoint place(title->sectionViewportPosition(column) + 8, title->height() / 2);
+    QTest::mouseClick(title->viewport(), Qt::LeftButton, {}, place);
+}
+
+void Desk::Choose(const Words &name, const Words &entry) const
 {
     auto *combo = Find<QComboBox>(name);
     const int row = combo->findText(entry);
@@ -352,7 +434,7 @@ void Desk::Choose(const QString &name, const QString &entry) const
     QCoreApplication::processEvents();
 }
 
-void Desk::Fill(const QString &name, const QString &text) const
+void Desk::Fill(const Words &name, const Words &text) const
 {
     Find(name)->setFocus();
     Press(Qt::Key_A, Qt::ControlModifier);
@@ -369,7 +451,7 @@ void Desk::Menu(const char *entry) const
     QCoreApplication::processEvents();
 }
 
-void Desk::Contact(const QString &call) const
+void Desk::Contact(const Words &call) const
 {
     Fill(u"Corresponsal"_qs, call);
     Find(u"Obs"_qs)->setFocus();
@@ -404,6 +486,32 @@ void Desk::InModal(const std::function<void()> &open, const std::function<void()
     }
     QVERIFY2(acted, "no window came up");
     QVERIFY2(!leftOpen, "the window was not left");
+}
+
+void Desk::InWindow(const char *entry, const std::function<void()> &act)
+{
+    InModal([&] { Menu(entry); },
+        [&] {
+            form = Front();
+            const QPointer<QWidget> window(form);
+            Advance(0);
+            act();
+            if (window && window->isVisible())
+                window->close();
+        });
+}
+
+std::unique_ptr<QTimer> Desk::Hand(const std::function<bool()> &due, const std::function<void()> &act)
+{
+    auto hand = std::make_unique<QTimer>();
+    QObject::connect(hand.get(), &QTimer::timeout, hand.get(), [due, act, hand = hand.get()] {
+        if (!due())
+            return;
+        hand->stop();
+        act();
+    });
+    hand->start(0);
+    return hand;
 }
 
 QStringList Desk::Told()

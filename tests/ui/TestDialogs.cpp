@@ -55,27 +55,22 @@ private Q_SLOTS:
         static_cast<Dialogs &>(dialogs_).Message(nullptr, text, Dialogs::Icon::Critical);
     }
 
-    void AQuestionIsAnsweredByKeys_data()
-    {
-        QTest::addColumn<bool>("presetYes");
-        QTest::addColumn<int>("key");
-        QTest::addColumn<bool>("answer");
-        QTest::newRow("Enter takes No") << false << int(Qt::Key_Return) << false;
-        QTest::newRow("Esc is No, whatever the preset") << true << int(Qt::Key_Escape) << false;
-        QTest::newRow("S") << false << int(Qt::Key_S) << true;
-    }
     void AQuestionIsAnsweredByKeys()
     {
-        QFETCH(bool, presetYes);
-        QFETCH(int, key);
-        WhenOpen<QMessageBox>([&](QMessageBox *box) {
-            QCOMPARE(box->buttons().size(), 2);
-            QCOMPARE(Label(box->defaultButton()), presetYes ? u"Sí"_qs : u"No"_qs);
-            QTest::keyClick(box->defaultButton(), Qt::Key(key));
-            QTRY_VERIFY(!box->isVisible());
-        });
-        const auto preset = presetYes ? Dialogs::Button::Yes : Dialogs::Button::No;
-        QTEST(static_cast<Dialogs &>(dialogs_).Ask(nullptr, u"Sale?"_qs, Dialogs::Icon::Question, preset), "answer");
+        // The preset, the key, the answer: Enter takes it, Esc is No whatever it is, S is "Sí".
+        const std::tuple<bool, Qt::Key, bool> cases[] = {
+            {false, Qt::Key_Return, false}, {true, Qt::Key_Escape, false}, {false, Qt::Key_S, true}};
+        for (const auto &[presetYes, key, answer] : cases) {
+            WhenOpen<QMessageBox>([yes = presetYes, pressed = key](QMessageBox *box) {
+                QCOMPARE(box->buttons().size(), 2);
+                QCOMPARE(Label(box->defaultButton()), yes ? u"Sí"_qs : u"No"_qs);
+                QTest::keyClick(box->defaultButton(), pressed);
+                QTRY_VERIFY(!box->isVisible());
+            });
+            const auto preset = presetYes ? Dialogs::Button::Yes : Dialogs::Button::No;
+            QCOMPARE(
+                static_cast<Dialogs &>(dialogs_).Ask(nullptr, u"Sale?"_qs, Dialogs::Icon::Question, preset), answer);
+        }
     }
 
     void QtSpeaksSpanish()

@@ -1,52 +1,35 @@
 // SPDX-FileCopyrightText: 2026 The Tordillo Compact authors
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Desk.h"
-#include "support/TestRegistry.h"
-#include "ui/Form1_Main.h"
 
 #include <QComboBox>
-#include <QListWidget>
-#include <QTest>
 
 // The editor of the satellite catalogue.
-class TestForm11 : public QObject {
+class TestForm11 : public DeskTest {
     Q_OBJECT
 
-    std::unique_ptr<Desk> desk_;
     const QString file_ = u"satelites.txt"_qs;
 
     void InEditor(const std::function<void()> &act)
     {
-        desk_->InModal([&] { desk_->Menu("satel"); },
-            [&] {
-                act();
-                desk_->Press(Qt::Key_Escape);
-            });
+        InWindow("satel", [&] {
+            act();
+            Press(Qt::Key_Escape);
+            QVERIFY(!form->isVisible());
+        });
     }
-    void Start(const QByteArray &catalogue)
+    void BeginWith(const QByteArray &catalogue)
     {
-        desk_->Furnish();
-        desk_->Write(file_, catalogue);
-        desk_->Start();
+        Furnish();
+        Write(file_, catalogue);
+        Start();
     }
-    void ClickRow(int row) const
-    {
-        auto *list = desk_->Find<QListWidget>(u"List1"_qs);
-        QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, list->visualItemRect(list->item(row)).center());
-    }
-    bool Editing() const { return desk_->Find(u"Frame3"_qs)->isEnabled(); }
-    QString Edited() const
-    {
-        QStringList texts;
-        for (const QString &name :
-            {u"Text2"_qs, u"Combo8"_qs, u"Combo7"_qs, u"Combo6"_qs, u"Text3"_qs, u"Text5"_qs, u"Label2"_qs})
-            texts << desk_->Text(name);
-        return texts.join(u'|');
-    }
+    bool Editing() const { return Find("Frame3")->isEnabled(); }
+    QString Edited() const { return Texts("Text2 Combo8 Combo7 Combo6 Text3 Text5 Label2"); }
     // The names that the main window offers.
     QString Offered() const
     {
-        const auto *combo = desk_->Main().findChild<QComboBox *>(u"Combo3"_qs);
+        const auto *combo = Main().findChild<QComboBox *>(u"Combo3"_qs);
         QStringList names;
         for (int i = 0; i < combo->count(); ++i)
             names << combo->itemText(i);
@@ -54,84 +37,110 @@ class TestForm11 : public QObject {
     }
 
 private Q_SLOTS:
-    void init() { desk_ = std::make_unique<Desk>(); }
-    void cleanup() { desk_.reset(); }
-
     void ASatelliteIsAdded()
     {
-        Start("AO-7;70cm;2m;SSB;100.4\r\nrota\r\nLI-2;2m;70cm;SSB;\r\n");
+        BeginWith("AO-7;70cm;2m;SSB;100.4\r\nrota\r\nLI-2;2m;70cm;SSB;\r\n");
         InEditor([&] {
-            QCOMPARE(desk_->Find<QListWidget>(u"List1"_qs)->item(2)->text(), u"LI-2;2m;70cm;SSB; "_qs);
-            QCOMPARE(desk_->Text(u"Combo1"_qs) + desk_->Text(u"Combo2"_qs) + desk_->Text(u"Combo3"_qs), u"2m70cmFM"_qs);
+            QCOMPARE(Cells("List1", 0), u"AO-7;70cm;2m;SSB;100.4|rota|LI-2;2m;70cm;SSB; "_qs);
+            QCOMPARE(Texts("Combo1 Combo2 Combo3"), u"2m|70cm|FM"_qs);
             QVERIFY(!Editing());
-            desk_->Fill(u"Text1"_qs, u"qo-100"_qs);
-            desk_->Find<QComboBox>(u"Combo1"_qs)->setCurrentText(u"23cm"_qs);
-            desk_->Fill(u"Frec_new"_qs, u"1267.1x000"_qs); // eight characters, digits and the point
-            QCOMPARE(desk_->Text(u"Frec_new"_qs), u"1267.100"_qs);
-            desk_->Fill(u"Text4"_qs, u"67.0"_qs);
-            desk_->Click(u"Command1"_qs);
-            QCOMPARE(desk_->Told(), QStringList());
+            Fill("Text1", "qo-100");
+            Put("Combo1", "23cm");
+            Fill("Frec_new", "1267.1x000"); // eight characters, digits and the point
+            QCOMPARE(Text("Frec_new"), u"1267.100"_qs);
+            Fill("Text4", "67.0");
+            Click("Command1");
+            QCOMPARE(Said(), QString());
             QCOMPARE(Offered(), u"AO-7 LI-2 QO-100"_qs);
         });
-        QCOMPARE(desk_->Content(file_),
+        QCOMPARE(Content(file_),
             QByteArray("AO-7;70cm;2m;SSB;100.4\r\nrota\r\nLI-2;2m;70cm;SSB; \r\n"
                        "QO-100;23cm;70cm;FM;67.0;1267.100\r\n"));
     }
 
     void ARowIsEditedAndTheOthersStay()
     {
-        Start("rota;\xf1\r\nQO-100;23cm;2m;FM;67.0;1267.100\r\n\r\nX;13cm;10m;CW;1;2;3\r\nAO-7;70cm;2m;SSB; \r\n");
+        BeginWith("rota;\xf1\r\nQO-100;23cm;2m;FM;67.0;1267.100\r\n\r\nX;13cm;10m;CW;1;2;3\r\nAO-7;70cm;2m;SSB; \r\n");
         InEditor([&] {
-            ClickRow(1);
+            ClickRow("List1", 1);
             QVERIFY(Editing());
             QCOMPARE(Edited(), u"QO-100|23cm|2m|FM|67.0|1267.100|1"_qs);
-            desk_->Fill(u"Text5"_qs, u"1268.000"_qs);
-            desk_->Fill(u"Text2"_qs, u"ao-7"_qs); // twice the same name is not looked for here
-            desk_->Click(u"Command2"_qs);
+            Fill("Text5", "1268.000");
+            Fill("Text2", "ao-7"); // twice the same name is not looked for here
+            Click("Command2");
             QVERIFY(!Editing());
             // What the lists do not hold is not changed into what they do.
-            ClickRow(3);
+            Find("List1")->setFocus();
+            for (const int key : {Qt::Key_End, Qt::Key_Up, Qt::Key_Return})
+                Press(key);
             QCOMPARE(Edited(), u"X|13cm|10m|CW|1|2|3"_qs);
-            desk_->Fill(u"Text2"_qs, u"y"_qs);
-            desk_->Click(u"Command2"_qs);
+            Fill("Text2", "y");
+            Click("Command2");
         });
-        QCOMPARE(desk_->Told(), QStringList());
-        QCOMPARE(desk_->Content(file_),
+        QCOMPARE(Said(), QString());
+        QCOMPARE(Content(file_),
             QByteArray(
                 "rota;\xf1\r\nAO-7;23cm;2m;FM;67.0;1268.000\r\n\r\nY;13cm;10m;CW;1;2\r\nAO-7;70cm;2m;SSB; \r\n"));
         QCOMPARE(Offered(), u"AO-7 Y AO-7"_qs);
     }
 
+    void RefusalsHaveTheirFocus()
+    {
+        BeginWith("AO-7;70cm;2m;SSB;100.4\r\n");
+        struct Step {
+            Words control, typed, told, focus;
+        };
+        const Step steps[] = {{"Text1", "  ", "!Falta el nombre del Satélite!", "Text1"},
+            {"Text1", "ao-7", "!el satélite AO-7 ya está en la lista!", {}},
+            {"Frec_new", "145", "!El formato de la frecuencia es:\n\nMMM.KKK", "Frec_new"},
+            {"Frec_new", "149.000", "!La frecuencia es 149.000\nNo es de la banda de 2m!", "Frec_new"}};
+        InEditor([&] {
+            for (const Step &step : steps) {
+                Fill(step.control, step.typed);
+                Click("Command1");
+                QCOMPARE(Said(), step.told);
+                if (!step.focus.isEmpty())
+                    QCOMPARE(Focus(), step.focus);
+            }
+            Fill("Frec_new", {});
+            Put("Combo1", "70cm");
+            Put("Combo2", "70cm");
+            Click("Command1");
+            QCOMPARE(Said() + Focus(), u"!Banda de Subida igual a la de Bajada ?Combo2"_qs);
+        });
+        QCOMPARE(Content(file_), QByteArray("AO-7;70cm;2m;SSB;100.4\r\n"));
+    }
+
     void RemovingAsksFirst()
     {
-        Start("A;70cm;2m;SSB; \r\nB;70cm;2m;SSB; \r\nC;70cm;2m;SSB; \r\n");
+        BeginWith("A;70cm;2m;SSB; \r\nB;70cm;2m;SSB; \r\nC;70cm;2m;SSB; \r\n");
         InEditor([&] {
             for (const bool yes : {false, true}) {
-                desk_->dialogs.answers = QList<bool>{yes};
-                ClickRow(1);
-                desk_->Click(u"Command4"_qs);
-                QCOMPARE(desk_->dialogs.shown.last().preset, Dialogs::Button::No);
-                QCOMPARE(desk_->Told(), QStringList({u"?Elimina Satélite B?"_qs}));
+                dialogs.answers << yes;
+                ClickRow("List1", 1);
+                Click("Command4");
+                QCOMPARE(dialogs.shown.last().preset, Dialogs::Button::No);
+                QCOMPARE(Said(), u"?Elimina Satélite B?"_qs);
                 QCOMPARE(Editing(), !yes);
                 QCOMPARE(Offered(), yes ? u"A C"_qs : u"A B C"_qs);
             }
         });
-        QCOMPARE(desk_->Content(file_), QByteArray("A;70cm;2m;SSB; \r\nC;70cm;2m;SSB; \r\n"));
+        QCOMPARE(Content(file_), QByteArray("A;70cm;2m;SSB; \r\nC;70cm;2m;SSB; \r\n"));
     }
 
     void ACatalogueThatCannotBeWrittenStays()
     {
-        Start("A;70cm;2m;SSB; \r\n");
-        desk_->unwritable = QStringList{file_};
+        BeginWith("A;70cm;2m;SSB; \r\n");
+        unwritable = QStringList{file_};
         InEditor([&] {
-            desk_->Fill(u"Text1"_qs, u"B"_qs);
-            desk_->Click(u"Command1"_qs);
-            desk_->dialogs.answers = QList<bool>{true};
-            ClickRow(0);
-            desk_->Click(u"Command4"_qs);
-            desk_->Click(u"Command2"_qs);
-            QCOMPARE(desk_->Told().filter(file_).size(), 3);
-            QCOMPARE(desk_->Find<QListWidget>(u"List1"_qs)->count(), 1);
+            Fill("Text1", "B");
+            Click("Command1");
+            dialogs.answers << true;
+            ClickRow("List1", 0);
+            Click("Command4");
+            Click("Command2");
+            QCOMPARE(Told().filter(file_).size(), 3);
+            QCOMPARE(Cells("List1", 0), u"A;70cm;2m;SSB; "_qs);
             QVERIFY(Editing()); // what was typed can be tried again
         });
         QCOMPARE(Offered(), u"A"_qs);

@@ -1,192 +1,142 @@
 // SPDX-FileCopyrightText: 2026 The Tordillo Compact authors
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Desk.h"
-#include "support/RawDatabase.h"
-#include "support/TestRegistry.h"
 
-#include <QFile>
-#include <QHeaderView>
-#include <QListWidget>
 #include <QProgressBar>
-#include <QTest>
-#include <QTimer>
-#include <QTreeView>
 
 // The window that writes the ADIF of all logs.
-class TestForm15 : public QObject {
+class TestForm15 : public DeskTest {
     Q_OBJECT
 
-    std::unique_ptr<Desk> desk_;
-    QWidget *form_ = nullptr;
-
-    void InBackup(const std::function<void()> &act)
+    void InBackup(const std::function<void()> &act) { InWindow("badif", act); }
+    QString Target() const { return Path("todo.adi"); }
+    QList<QByteArray> Lines() const { return Content("todo.adi").replace("\r\n", "\n").split('\n'); }
+    void Save(const QString &path)
     {
-        desk_->InModal([&] { desk_->Menu("badif"); },
-            [&] {
-                form_ = desk_->Front();
-                desk_->Advance(0);
-                act();
-                if (form_->isVisible())
-                    form_->close();
-            });
-    }
-    QString Path() const { return desk_->Path(u"todo.adi"_qs); }
-    QList<QByteArray> Lines() const { return desk_->Content(u"todo.adi"_qs).replace("\r\n", "\n").split('\n'); }
-    void Save()
-    {
-        desk_->dialogs.files << Path();
-        desk_->Click(u"Command1"_qs);
-    }
-    QString Column(int column) const
-    {
-        QStringList cells;
-        const auto *model = desk_->Find<QTreeView>(u"ListView1"_qs)->model();
-        for (int row = 0; row < model->rowCount(); ++row)
-            cells << model->index(row, column).data().toString();
-        return cells.join(u'|');
-    }
-    void ClickTitle(int column) const
-    {
-        QHeaderView *title = desk_->Find<QTreeView>(u"ListView1"_qs)->header();
-        QTest::mouseClick(title->viewport(), Qt::LeftButton, {},
-            QPoint(title->sectionViewportPosition(column) + 8, title->height() / 2));
-    }
-    void StoreMany(int count) const
-    {
-        QVERIFY(
-            RawDatabase(desk_->Path(u"base0.mdb"_qs))
-                .Run("WITH RECURSIVE c(n) AS (SELECT 1 UNION ALL SELECT n+1 FROM c WHERE n<" + QByteArray::number(count)
-                    + ") INSERT INTO Tabla1 (Modo, \"Nombre Log\", MyCall, Estacion, Fecha, Hora, Banda) "
-                      "SELECT 'CW', 'Log inicial', 'LU9ZZZ', 'LU'||n, '2025-01-01', time(n, 'unixepoch'), '40m' "
-                      "FROM c"));
-    }
-    static QsoRow Contact(int number, const QString &log)
-    {
-        QsoRow row = Desk::SampleQso(number);
-        row.NombreLog = log;
-        return row;
+        dialogs.files << (path.isNull() ? std::nullopt : std::optional(path));
+        Click("Command1");
     }
 
 private Q_SLOTS:
-    void init() { desk_ = std::make_unique<Desk>(); }
-    void cleanup() { desk_.reset(); }
-
     void TheLogsAreListed()
     {
-        desk_->Furnish(2);
-        QsoRow marker;
-        marker.NombreLog = u"Vacío"_qs;
-        QsoRow nameless = Contact(9, {});
-        desk_->Store({marker, Contact(3, u"antártida"_qs), Contact(4, u"Ñandú"_qs), Contact(5, u"Ñandú"_qs), nameless});
-        desk_->Start();
+        Furnish(2);
+        const auto inLog = [](int number, const QString &log) {
+            return RowOf(u"NombreLog="_qs + log, SampleQso(number));
+        };
+        Store({RowOf(u"NombreLog=Vacío"_qs), inLog(3, u"antártida"_qs), inLog(4, u"Ñandú"_qs), inLog(5, u"Ñandú"_qs),
+            inLog(9, {})});
+        Start();
         InBackup([&] {
-            QCOMPARE(form_->windowTitle(), u"Back Up ..."_qs);
-            QCOMPARE(Column(0), u"antártida|Log inicial|Ñandú|Vacío"_qs);
-            QCOMPARE(Column(1), u"1|2|2|0"_qs);
-            QCOMPARE(desk_->Text(u"Label1"_qs), u"4"_qs);
-            QCOMPARE(desk_->Text(u"Label2"_qs), u"5"_qs);
-            QCOMPARE(desk_->Find<QListWidget>(u"List1"_qs)->item(1)->text(), u"Log inicial (2 QSOs)"_qs);
-            QCOMPARE(desk_->Told(), QStringList());
-            ClickTitle(0);
-            QCOMPARE(Column(0), u"antártida|Log inicial|Ñandú|Vacío"_qs);
-            ClickTitle(0);
-            QCOMPARE(Column(0), u"Vacío|Ñandú|Log inicial|antártida"_qs);
-            ClickTitle(1); // turns the direction only
-            QCOMPARE(Column(0), u"Vacío|Ñandú|Log inicial|antártida"_qs);
-            ClickTitle(0);
-            QCOMPARE(Column(0), u"Vacío|Ñandú|Log inicial|antártida"_qs);
-            desk_->Press(Qt::Key_Escape);
-            QVERIFY(!form_->isVisible());
+            QCOMPARE(form->windowTitle(), u"Back Up ..."_qs);
+            const QString upward = u"antártida|Log inicial|Ñandú|Vacío"_qs,
+                          downward = u"Vacío|Ñandú|Log inicial|antártida"_qs;
+            QCOMPARE(Cells("ListView1", 0), upward);
+            QCOMPARE(Cells("ListView1", 1), u"1|2|2|0"_qs);
+            QCOMPARE(Texts("Label1 Label2"), u"4|5"_qs);
+            QCOMPARE(Cells("List1", 0).section(u'|', 1, 1), u"Log inicial (2 QSOs)"_qs);
+            QCOMPARE(Said(), QString());
+            ClickTitle("ListView1", 0);
+            QCOMPARE(Cells("ListView1", 0), upward);
+            ClickTitle("ListView1", 0);
+            QCOMPARE(Cells("ListView1", 0), downward);
+            ClickTitle("ListView1", 1); // turns the direction only
+            QCOMPARE(Cells("ListView1", 0), downward);
+            ClickTitle("ListView1", 0);
+            QCOMPARE(Cells("ListView1", 0), downward);
+            Press(Qt::Key_Escape);
+            QVERIFY(!form->isVisible());
         });
     }
 
     void AllLogsAreWritten()
     {
-        desk_->Furnish(2);
-        desk_->Start();
+        Begin(2);
         InBackup([&] {
-            Save();
-            const QList<RecordingDialogs::Shown> shown = desk_->dialogs.shown;
-            QCOMPARE(shown[0].text, u"Exportar a ADIF ..."_qs);
-            QCOMPARE(shown[0].detail, QString(u"ADIF (*.adi)|" + desk_->Path(u"x"_qs).chopped(2) + u'|'));
-            QCOMPARE(desk_->Told().mid(1), QStringList{QString(u'!' + Path() + u"\nGuardado!\n\nDesea verlo?")});
+            Save(Target());
+            const QList<RecordingDialogs::Shown> shown = dialogs.shown;
+            QCOMPARE(shown[0].detail, QString(u"ADIF (*.adi)|" + Path("x").chopped(2) + u'|'));
             QVERIFY(shown[1].preset == Dialogs::Button::No);
-            QVERIFY(!form_->isVisible());
+            QCOMPARE(Said(), QString(u"-Exportar a ADIF ...|!" + Target() + u"\nGuardado!\n\nDesea verlo?"));
+            QVERIFY(!form->isVisible());
         });
-        const QList<QByteArray> lines = Lines();
-        QCOMPARE(lines.size(), 5 + 2 + 2);
-        QCOMPARE(lines[7] + '|' + lines[8], QByteArray("<EOF>|"));
+        QCOMPARE(Lines().size(), 5 + 2 + 2);
+        QVERIFY(Lines()[6].startsWith("<STATION_CALLSIGN:6>LU9ZZZ<CALL:4>CX2A"));
+        QVERIFY(Lines()[6].endsWith("<LOG_NAME:11>Log inicial<EOR>"));
+        QCOMPARE(Lines().mid(7).join('|'), QByteArray("<EOF>|"));
     }
 
     void TheNameOfTheFile()
     {
-        desk_->Furnish(1);
-        desk_->Start();
-        const QString question = u"?El archivo \n"_qs + Path() + u"\nya existe!\n\nsobregraba?"_qs;
+        Begin(1);
+        const QString question = u"?El archivo \n"_qs + Target() + u"\nya existe!\n\nsobregraba?"_qs;
         InBackup([&] {
-            desk_->dialogs.files << std::nullopt;
-            desk_->Click(u"Command1"_qs);
-            QCOMPARE(desk_->Told().size(), 1); // a cancel ends in silence
-            desk_->Write(u"todo.adi"_qs, "viejo");
-            Save();
-            QVERIFY(desk_->dialogs.shown.last().preset == Dialogs::Button::No);
-            QCOMPARE(desk_->Told().mid(1), QStringList{question});
-            QCOMPARE(desk_->Content(u"todo.adi"_qs), QByteArray("viejo"));
-            QVERIFY(form_->isVisible());
-            desk_->dialogs.answers << true << false;
-            desk_->dialogs.files << desk_->Path(u"todo"_qs); // without an ending
-            desk_->Click(u"Command1"_qs);
-            QCOMPARE(desk_->Told()[1], question);
+            Save({});
+            QCOMPARE(Told().size(), 1); // a cancel ends in silence
+            Write("todo.adi", "viejo");
+            Save(Target());
+            QVERIFY(dialogs.shown.last().preset == Dialogs::Button::No);
+            QCOMPARE(Told().mid(1), QStringList{question});
+            QCOMPARE(Content("todo.adi"), QByteArray("viejo"));
+            QVERIFY(form->isVisible());
+            unwritable << u"todo.adi"_qs;
+            dialogs.answers << true;
+            Save(Target());
+            QCOMPARE(
+                Told().last(), QString(u"XEl ADIF no se pudo crear.\n\nNo se puede escribir el archivo\n" + Target()));
+            QVERIFY(form->isVisible());
+            unwritable.clear();
+            dialogs.answers << true << false;
+            Save(Path("todo")); // without an ending
+            QCOMPARE(Told()[1], question);
             QCOMPARE(Lines().size(), 8);
         });
     }
 
     void MoreThanAnImportTakes()
     {
-        desk_->Furnish();
-        StoreMany(10001);
-        desk_->Start();
+        Furnish();
+        StoreMany(10000);
+        Start();
+        InBackup([&] { QCOMPARE(Said(), QString()); });
+        Contact("CX1AA");
         InBackup([&] {
-            const QStringList warning{
+            QCOMPARE(Said(),
                 u"!El ADIF tiene mas de 10.000 QSOs!\nNo podrá ser importado a Tordillo Compact, si para\n"
-                "algún otro logger. Haga BackUp de la base."_qs};
-            QCOMPARE(desk_->Told(), warning);
-            Save();
+                "algún otro logger. Haga BackUp de la base."_qs);
+            Save(Target());
             QCOMPARE(Lines().size(), 10008);
         });
     }
 
-    // --- What goes wrong
-
     void AFullDiskIsTold()
     {
-        desk_->Furnish(300);
-        desk_->Start();
+        Begin(300);
         InBackup([&] {
-            desk_->room = 40000;
-            Save();
-            QCOMPARE(desk_->Told().mid(1),
-                QStringList{QString(u"XEl ADIF no está completo.\n\nNo se pudo terminar de escribir el archivo\n"
-                    + Path() + u"\nNo space left on device")});
-            QCOMPARE(desk_->Content(u"todo.adi"_qs).size(), 40000); // what fitted stays
-            QVERIFY(form_->isVisible() && desk_->Find(u"Command1"_qs)->isEnabled());
-            desk_->room.reset();
-            desk_->dialogs.answers << true;
-            Save();
+            room = 40000;
+            Save(Target());
+            QCOMPARE(Told().last(),
+                QString(u"XEl ADIF no está completo.\n\nNo se pudo terminar de escribir el archivo\n" + Target()
+                    + u"\nNo space left on device"));
+            QCOMPARE(Content("todo.adi").size(), 40000); // what fitted stays
+            QVERIFY(form->isVisible() && Find("Command1")->isEnabled());
+            room.reset();
+            dialogs.answers << true;
+            Save(Target());
             QCOMPARE(Lines().size(), 307);
         });
     }
 
     void ADatabaseThatFails()
     {
-        desk_->Furnish();
+        Furnish();
         StoreMany(5000);
-        desk_->Start();
+        Start();
         InBackup([&] {
             FaultVfs::Instance().FailReads(1, FaultVfs::forever);
-            Save();
-            const QStringList told = desk_->Told().mid(1);
-            Desk::HealDisk();
+            Save(Target());
+            const QStringList told = Told().mid(1);
+            HealDisk();
             QCOMPARE(told.size(), 1);
             QVERIFY2(
                 told.first().startsWith(u"XEl ADIF no está completo.\n\nEl disco falló"), qPrintable(told.first()));
@@ -196,26 +146,41 @@ private Q_SLOTS:
 
     void StoppedByTheOperator()
     {
-        desk_->Furnish();
-        StoreMany(20000);
-        desk_->Start();
-        InBackup([&] {
-            desk_->Told();
-            QTimer operatorHand;
-            connect(&operatorHand, &QTimer::timeout, &operatorHand, [&] {
-                if (desk_->Find<QProgressBar>(u"ProgressBar1"_qs)->value() == 0)
-                    return;
-                operatorHand.stop();
-                desk_->Press(Qt::Key_Escape);
+        for (const bool close : {false, true}) {
+            init();
+            Furnish();
+            StoreMany(20000);
+            Start();
+            InBackup([&] {
+                Told();
+                const auto hand = Hand([&] { return Find<QProgressBar>("ProgressBar1")->value() > 0; },
+                    [&] { close ? static_cast<void>(form->close()) : Press(Qt::Key_Escape); });
+                Save(Target());
+                QVERIFY(!hand->isActive());
+                QCOMPARE(Told().mid(1), QStringList{u"XEl ADIF no está completo.\n\nFue detenido."_qs});
+                QCOMPARE(form->isVisible(), !close);
+                const auto lines = Lines().size();
+                QVERIFY2(lines > 500 && lines < 20000, qPrintable(QString::number(lines)));
             });
-            operatorHand.start(0);
-            Save();
-            QVERIFY(!operatorHand.isActive());
-            QCOMPARE(desk_->Told().mid(1), QStringList{u"XEl ADIF no está completo.\n\nFue detenido."_qs});
-            QVERIFY(form_->isVisible());
-            const auto lines = Lines().size();
-            QVERIFY2(lines > 500 && lines < 20000, qPrintable(QString::number(lines)));
+        }
+    }
+
+    void ABackupComesInAgain()
+    {
+        Furnish();
+        const QsoRow row = RowOf(u"Obs= <CALL:3>XXX ñandú <EOR> \n.;MiGrid=GF05AB;SuGrid=FF57;Nombre_Sat=AO-7;"
+                                 "SOTA=LUR/C-1;MYSOTA=LUR/D-1;POTA=AR-1;Modo=Echo IP;NombreLog=Campo"_qs,
+            SampleQso(1));
+        Store({row});
+        Start();
+        InBackup([&] { Save(Target()); });
+        InWindow("iadif", [&] {
+            Save(Target());
+            QCOMPARE(Texts("Label4 Label9"), u"Tordillo Compacto|1"_qs);
+            Click("Command3");
         });
+        QCOMPARE(Shown(Rows().last()),
+            Shown(RowOf(u"NombreLog=Log inicial;LdA=0;Argento="_qs, row))); // what the file does not carry
     }
 };
 

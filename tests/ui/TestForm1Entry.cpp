@@ -1,293 +1,315 @@
 // SPDX-FileCopyrightText: 2026 The Tordillo Compact authors
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Desk.h"
-#include "support/TestRegistry.h"
-#include "ui/Form1_Main.h"
 
 #include <QCheckBox>
-#include <QLineEdit>
 #include <QPushButton>
-#include <QTest>
 
 // The operator at the main window: from the keys to the stored row.
-class TestForm1Entry : public QObject {
+class TestForm1Entry : public DeskTest {
     Q_OBJECT
 
-    std::unique_ptr<Desk> desk_;
-
-    void Start()
-    {
-        desk_->Furnish();
-        desk_->Start();
-    }
-
 private Q_SLOTS:
-    void init() { desk_ = std::make_unique<Desk>(); }
-    void cleanup() { desk_.reset(); }
-
-    // --- The walk
-
     void AContactIsTypedWithTheKeyboardAlone()
     {
-        Start();
-        QCOMPARE(desk_->Focus(), u"Corresponsal"_qs);
-        desk_->Type(u"lu1abc"_qs);
-        desk_->Press(Qt::Key_Return);
-        desk_->Type(u"57"_qs); // over the selected report
-        desk_->Press(Qt::Key_Return);
-        desk_->Type(u"58"_qs);
-        desk_->Press(Qt::Key_Enter);
-        QCOMPARE(desk_->Focus(), u"Text1"_qs);
-        desk_->Type(u"710"_qs);
-        QCOMPARE(desk_->Focus(), u"Obs"_qs); // three digits move on to the remarks
-        desk_->Type(u"Día de O'Higgins"_qs);
-        desk_->Press(Qt::Key_Return);
+        Begin();
+        QCOMPARE(Focus(), u"Corresponsal"_qs);
+        Type("lu1abc");
+        Press(Qt::Key_Return);
+        Type("57"); // over the selected report
+        Press(Qt::Key_Return);
+        Type("58");
+        Press(Qt::Key_Enter);
+        QCOMPARE(Focus(), u"Text1"_qs);
+        Type("710");
+        QCOMPARE(Focus(), u"Obs"_qs); // three digits move on to the remarks
+        Type("Día de O'Higgins");
+        Press(Qt::Key_Return);
 
-        QCOMPARE(desk_->Told(), QStringList());
-        const QList<QsoRow> rows = desk_->Rows();
-        QCOMPARE(rows.size(), 1);
-        QsoRow expected;
-        expected.id = rows.first().id;
-        expected.Modo = u"SSB"_qs;
-        expected.Banda = u"80m"_qs;
-        expected.MyCall = u"LU9ZZZ"_qs;
-        expected.Estacion = u"LU1ABC"_qs;
-        expected.Fecha = u"2026-11-25"_qs;
-        expected.Hora = u"00:15:00"_qs;
-        expected.RSE = u"57"_qs;
-        expected.RSR = u"58"_qs;
-        expected.Obs = u"Día de O'Higgins"_qs;
-        expected.Operador = u"LU1AAA"_qs;
-        expected.NombreLog = u"Log inicial"_qs;
-        expected.Frecuencia = u"3.710"_qs;
-        expected.MiGrid = u"GF05AB"_qs;
-        expected.LdA = u"1"_qs;
-        expected.Argento = u"Capital"_qs;
-        QCOMPARE(rows.first(), expected);
-
-        QCOMPARE(desk_->Text(u"Label6"_qs), u"Log: Log inicial, con 1 QSOs"_qs);
-        const QStringList left{desk_->Focus(), desk_->Text(u"Corresponsal"_qs), desk_->Text(u"Obs"_qs),
-            desk_->Text(u"RSE"_qs), desk_->Text(u"RSR"_qs), desk_->Text(u"Text1"_qs)};
-        QCOMPARE(left, QStringList({u"Corresponsal"_qs, {}, {}, u"57"_qs, u"58"_qs, u"710"_qs}));
+        QCOMPARE(Said(), QString());
+        QCOMPARE(Rows().size(), 1);
+        QCOMPARE(Shown(Rows().first()),
+            u"Modo=SSB;Banda=80m;MyCall=LU9ZZZ;Estacion=LU1ABC;Fecha=2026-11-25;Hora=00:15:00;RSE=57;RSR=58;"
+            "Obs=Día de O'Higgins;Operador=LU1AAA;NombreLog=Log inicial;Frecuencia=3.710;MiGrid=GF05AB;LdA=1;"
+            "Argento=Capital"_qs);
+        QCOMPARE(Text("Label6"), u"Log: Log inicial, con 1 QSOs"_qs);
+        QCOMPARE(Focus(), u"Corresponsal"_qs);
+        QCOMPARE(Texts("Corresponsal Obs RSE RSR Text1"), u"||57|58|710"_qs);
     }
 
-    void EnterWalksTheFields_data()
-    {
-        QTest::addColumn<bool>("manual");
-        QTest::addColumn<bool>("satellite");
-        QTest::addColumn<QString>("fields");
-        QTest::newRow("clock") << false << false << u"RSE Text1 Text2 Obs"_qs;
-        QTest::newRow("both") << true << true << u"Fecha Hora RSE Text2 Obs"_qs;
-    }
     void EnterWalksTheFields()
     {
-        QFETCH(bool, manual);
-        QFETCH(bool, satellite);
-        QFETCH(QString, fields);
-        Start();
-        if (manual)
-            desk_->Click(u"Check1"_qs);
-        if (satellite) {
-            desk_->Click(u"Check2"_qs);
-            desk_->Choose(u"Combo3"_qs, u"SO-50"_qs);
+        for (const bool both : {false, true}) { // by the clock; by hand and over a satellite
+            init();
+            Begin();
+            if (both) {
+                Click("Check1");
+                Click("Check2");
+                Choose("Combo3", "SO-50");
+            }
+            QCOMPARE(Focus(), u"Corresponsal"_qs);
+            Type("CX1AA");
+            const QHash<QString, QString> selected{{u"Fecha"_qs, u"24"_qs}, {u"Hora"_qs, u"15"_qs},
+                {u"RSE"_qs, u"59"_qs}, {u"RSR"_qs, u"59"_qs}, {u"Text1"_qs, u"650"_qs}};
+            const QString fields = both ? u"Fecha Hora RSE RSR Text2 Obs"_qs : u"RSE RSR Text1 Text2 Obs"_qs;
+            for (const QString &field : fields.split(u' ')) {
+                Press(Qt::Key_Return);
+                QCOMPARE(Focus(), field);
+                QCOMPARE(Find<QLineEdit>(field)->selectedText(), selected.value(field));
+                QVERIFY(Rows().isEmpty());
+            }
+            Press(Qt::Key_Return);
+            QCOMPARE(Rows().size(), 1);
+            QCOMPARE(Focus(), u"Corresponsal"_qs);
+            QCOMPARE(LastStored(&QsoRow::Nombre_Sat), both ? u"SO-50"_qs : QString());
+            QCOMPARE(Said(), QString());
         }
-        QCOMPARE(desk_->Focus(), u"Corresponsal"_qs);
-        desk_->Type(u"CX1AA"_qs);
-        const QHash<QString, QString> selected{{u"Fecha"_qs, u"24"_qs}, {u"Hora"_qs, u"15"_qs}, {u"RSE"_qs, u"59"_qs},
-            {u"RSR"_qs, u"59"_qs}, {u"Text1"_qs, u"650"_qs}};
-        for (const QString &field : fields.replace(u"RSE"_qs, u"RSE RSR"_qs).split(u' ')) {
-            desk_->Press(Qt::Key_Return);
-            QCOMPARE(desk_->Focus(), field);
-            QCOMPARE(desk_->Find<QLineEdit>(field)->selectedText(), selected.value(field));
-            QVERIFY(desk_->Rows().isEmpty());
-        }
-        desk_->Press(Qt::Key_Return);
-        QCOMPARE(desk_->Rows().size(), 1);
-        QCOMPARE(desk_->Focus(), u"Corresponsal"_qs);
-        QCOMPARE(desk_->LastStored(&QsoRow::Nombre_Sat), satellite ? u"SO-50"_qs : QString());
-        QCOMPARE(desk_->Told(), QStringList());
     }
 
     void TheSatelliteDictatesModeAndFrequencyUntilItIsLeft()
     {
-        Start();
-        desk_->Fill(u"Text1"_qs, u"710"_qs);
-        QVERIFY(!desk_->Find(u"Frame2"_qs)->isVisible());
-        desk_->Click(u"Check2"_qs);
-        QVERIFY(desk_->Find(u"Frame2"_qs)->isVisible());
+        Begin();
+        Fill("Text1", "710");
+        QVERIFY(!Find("Frame2")->isVisible());
+        Click("Check2");
+        QVERIFY(Find("Frame2")->isVisible());
         // None was ever chosen: the catalogue's last row stands in the labels, but it gives no frequency.
-        QCOMPARE(desk_->Text(u"mhz"_qs) + u'.' + desk_->Text(u"Text1"_qs), u"3."_qs);
-        desk_->Choose(u"Combo3"_qs, u"SO-50"_qs);
-        for (const QString &locked : {u"Combo1"_qs, u"mhz"_qs, u"Text1"_qs})
-            QVERIFY2(!desk_->Find(locked)->isEnabled(), qPrintable(locked));
-        desk_->Contact(u"CX1AA"_qs);
-        const QsoRow row = desk_->Rows().value(0);
-        const QStringList stored{row.Nombre_Sat, row.Modo, row.Frecuencia, row.Banda};
-        QCOMPARE(stored, QStringList({u"SO-50"_qs, u"FM"_qs, u"145.550"_qs, u"2m"_qs}));
-
-        desk_->Click(u"Check2"_qs);
-        QCOMPARE(desk_->Focus(), u"Corresponsal"_qs);
-        desk_->Contact(u"CX2AA"_qs);
-        const QsoRow after = desk_->Rows().value(1);
-        const QStringList restored{after.Nombre_Sat, after.Modo, after.Frecuencia, after.Banda};
-        QCOMPARE(restored, QStringList({{}, u"SSB"_qs, u"3.710"_qs, u"80m"_qs}));
+        QCOMPARE(Texts("mhz Text1"), u"3|"_qs);
+        Choose("Combo3", "SO-50");
+        QCOMPARE(Enabled("Combo1 mhz Text1"), u"---"_qs);
+        const auto stored = [&] {
+            const QsoRow row = Rows().last();
+            return QStringList{row.Nombre_Sat, row.Modo, row.Frecuencia, row.Banda}.join(u'|');
+        };
+        Contact("CX1AA");
+        QCOMPARE(stored(), u"SO-50|FM|145.550|2m"_qs);
+        Click("Check2");
+        QCOMPARE(Focus(), u"Corresponsal"_qs);
+        Contact("CX2AA");
+        QCOMPARE(stored(), u"|SSB|3.710|80m"_qs);
     }
 
-    void EnterRefuses_data()
-    {
-        QTest::addColumn<QString>("set"); // field=value, by blanks
-        QTest::addColumn<QString>("from"); // the field that has the focus
-        QTest::addColumn<QString>("told");
-        QTest::addColumn<QString>("focus");
-        const QString call = u"Falta el Corresponsal!"_qs, rsr = u"!Reporte Recibido no válido!"_qs,
-                      rse = u"!Reporte Enviado no válido!"_qs;
-        for (const QString &field : {u"Corresponsal"_qs, u"RSE"_qs, u"RSR"_qs, u"Text1"_qs, u"Text2"_qs, u"Obs"_qs})
-            QTest::addRow("no call, from %s", qPrintable(field))
-                << u"Corresponsal="_qs << field << QString(u'!' + call) << u"Corresponsal"_qs;
-        QTest::newRow("received 69") << u"RSR=69"_qs << u"Obs"_qs << rsr << u"RSR"_qs;
-        QTest::newRow("received before sent") << u"RSE=5 RSR=5"_qs << u"Corresponsal"_qs << rsr << u"RSR"_qs;
-        QTest::newRow("59 in CW") << u"Combo1=CW"_qs << u"Obs"_qs << rsr << u"RSR"_qs;
-        QTest::newRow("no satellite") << u"Check2=1"_qs << u"Obs"_qs << u"!Elija un satélite!"_qs << u"Combo3"_qs;
-        QTest::newRow("own call") << u"Corresponsal=LU9ZZZ"_qs << u"Corresponsal"_qs
-                                  << u"XQSO con la propia estación???"_qs << u"Corresponsal"_qs;
-    }
     void EnterRefuses()
     {
-        QFETCH(QString, set);
-        QFETCH(QString, from);
-        QFETCH(QString, told);
-        QFETCH(QString, focus);
-        Start();
-        desk_->Find(from)->setFocus();
-        desk_->Put(u"Corresponsal"_qs, u"CX1AA"_qs);
-        for (const QString &pair : set.split(u' ')) {
-            if (pair == u"Check2=1")
-                desk_->Click(u"Check2"_qs);
+        struct Case {
+            Words field, value, from, told, focus; // what is put where, and the field that has the focus
+        };
+        const Words call = "!Falta el Corresponsal!", rsr = "!Reporte Recibido no válido!";
+        std::vector<Case> cases{{"RSR", "69", "Obs", rsr, "RSR"}, {"RSE", "5", "Corresponsal", rsr, "RSR"},
+            {"Combo1", "CW", "Obs", rsr, "RSR"}, {"RSE", "50", "Obs", "!Reporte Enviado no válido!", "RSE"},
+            {"Check2", {}, "Obs", "!Elija un satélite!", "Combo3"},
+            {"Corresponsal", "LU9ZZZ", "Corresponsal", "XQSO con la propia estación???", "Corresponsal"}};
+        for (const char *from : {"Corresponsal", "RSE", "RSR", "Text1", "Text2", "Obs"})
+            cases.push_back({"Corresponsal", {}, from, call, "Corresponsal"});
+        for (const Case &one : cases) {
+            init();
+            Begin();
+            Find(one.from)->setFocus();
+            Put("Corresponsal", "CX1AA");
+            if (one.field == u"Check2")
+                Click("Check2");
             else
-                desk_->Put(pair.section(u'=', 0, 0), pair.section(u'=', 1));
+                Put(one.field, one.value);
+            if (one.value == u"5")
+                Put("RSR", "5"); // the received one is told before the sent one
+            Find(one.from)->setFocus();
+            Told();
+            Press(Qt::Key_Return);
+            QCOMPARE(Said(), one.told);
+            QCOMPARE(Focus(), one.focus);
+            QVERIFY(Rows().isEmpty());
         }
-        desk_->Find(from)->setFocus();
-        desk_->Told();
-        desk_->Press(Qt::Key_Return);
-        QCOMPARE(desk_->Told(), QStringList({told}));
-        QCOMPARE(desk_->Focus(), focus);
-        QVERIFY(desk_->Rows().isEmpty());
     }
 
     void TheButtonStoresWhatEnterRefuses()
     {
-        Start();
-        desk_->Type(u"LU9ZZZ"_qs);
-        desk_->Click(u"Command2"_qs);
-        QCOMPARE(desk_->Told(), QStringList());
-        QCOMPARE(desk_->LastStored(&QsoRow::Estacion), u"LU9ZZZ"_qs);
-        QCOMPARE(desk_->Focus(), u"Corresponsal"_qs);
+        Begin();
+        Type("LU9ZZZ");
+        Click("Command2");
+        QCOMPARE(Said(), QString());
+        QCOMPARE(LastStored(&QsoRow::Estacion), u"LU9ZZZ"_qs);
+        QCOMPARE(Focus(), u"Corresponsal"_qs);
     }
 
     void AContactWithoutAModeIsNotStoredOutOfSight()
     {
-        Start();
-        desk_->Type(u"CX1AA"_qs);
-        desk_->Put(u"Combo1"_qs, {});
-        desk_->Click(u"Command2"_qs);
-        QCOMPARE(desk_->Told(), QStringList({u"!Falta el Modo!"_qs}));
-        QCOMPARE(desk_->Focus(), u"Combo1"_qs);
-        desk_->Type(u"AM"_qs);
-        desk_->Click(u"Command2"_qs);
-        QCOMPARE(desk_->Told(), QStringList());
-        QCOMPARE(desk_->LastStored(&QsoRow::Modo), u"AM"_qs);
+        Begin();
+        Type("CX1AA");
+        Put("Combo1", {});
+        Click("Command2");
+        QCOMPARE(Said(), u"!Falta el Modo!"_qs);
+        QCOMPARE(Focus(), u"Combo1"_qs);
+        Type("AM");
+        Click("Command2");
+        QCOMPARE(Said(), QString());
+        QCOMPARE(LastStored(&QsoRow::Modo), u"AM"_qs);
     }
 
     void AHeldEnterTakesOneStepAndStoresNothingMore()
     {
-        Start();
-        desk_->Type(u"CX1AA"_qs);
-        desk_->Hold(Qt::Key_Return, 30);
-        QCOMPARE(desk_->Focus(), u"RSE"_qs);
-        desk_->Find(u"Obs"_qs)->setFocus();
-        desk_->Hold(Qt::Key_Return, 30);
-        QCOMPARE(desk_->Rows().size(), 1);
-        QCOMPARE(desk_->Told(), QStringList());
-        QCOMPARE(desk_->Focus(), u"Corresponsal"_qs);
+        Begin();
+        Type("CX1AA");
+        Hold(Qt::Key_Return, 30);
+        QCOMPARE(Focus(), u"RSE"_qs);
+        Find("Obs")->setFocus();
+        Hold(Qt::Key_Return, 30);
+        QCOMPARE(Rows().size(), 1);
+        QCOMPARE(Said(), QString());
+        QCOMPARE(Focus(), u"Corresponsal"_qs);
     }
 
-    // --- Fields
-
-    void AFieldLeftBadKeepsTheFocusAndSaysWhy_data()
-    {
-        QTest::addColumn<QString>("field");
-        QTest::addColumn<QString>("typed");
-        QTest::addColumn<QString>("told");
-        QTest::addColumn<QString>("then"); // what the field holds afterwards
-        const auto row = [](const char *name, const char16_t *field, const char16_t *typed, const char16_t *told,
-                             const char16_t *then) {
-            QTest::newRow(name) << QString::fromUtf16(field) << QString::fromUtf16(typed) << QString::fromUtf16(told)
-                                << QString::fromUtf16(then);
-        };
-        row("letters only", u"Corresponsal", u"ABC", u"!ABC NO Parece ser una Señal distintiva Válida!", u"ABC");
-        row("sent 99", u"RSE", u"99", u"!el Reporte 99 no es válido!", u"59");
-        row("grid of five", u"Text2", u"GF05A", u"!Grilla incorrecta!", u"GF05A");
-    }
     void AFieldLeftBadKeepsTheFocusAndSaysWhy()
     {
-        QFETCH(QString, field);
-        QFETCH(QString, typed);
-        QFETCH(QString, told);
-        Start();
-        desk_->Click(u"Check1"_qs);
-        desk_->Put(u"Corresponsal"_qs, u"CX1AA"_qs);
-        desk_->Fill(field, typed);
-        desk_->Press(Qt::Key_Tab);
-        QCOMPARE(desk_->dialogs.shown.value(0).owner, &desk_->Main());
-        QCOMPARE(desk_->Told(), QStringList({told}));
-        QCOMPARE(desk_->Focus(), field);
-        QTEST(desk_->Text(field), "then");
+        struct Case {
+            Words field, typed, told, then; // what the field holds afterwards
+        };
+        const Case cases[] = {{"Corresponsal", "ABC", "!ABC NO Parece ser una Señal distintiva Válida!", "ABC"},
+            {"RSE", "99", "!el Reporte 99 no es válido!", "59"}, {"Text2", "GF05A", "!Grilla incorrecta!", "GF05A"}};
+        for (const Case &one : cases) {
+            init();
+            Begin();
+            Click("Check1");
+            Put("Corresponsal", "CX1AA");
+            Fill(one.field, one.typed);
+            Press(Qt::Key_Tab);
+            QCOMPARE(dialogs.shown.value(0).owner, &Main());
+            QCOMPARE(Said(), one.told);
+            QCOMPARE(Focus(), one.field);
+            QCOMPARE(Text(one.field), one.then);
 
-        // The click on the button that leaves the field does not store past it either.
-        desk_->Fill(field, typed);
-        desk_->Click(u"Command2"_qs);
-        QCOMPARE(desk_->Told(), QStringList({told}));
-        QCOMPARE(desk_->Focus(), field);
-        QVERIFY(desk_->Rows().isEmpty());
+            // The click on the button that leaves the field does not store past it either.
+            Fill(one.field, one.typed);
+            Click("Command2");
+            QCOMPARE(Said(), one.told);
+            QCOMPARE(Focus(), one.field);
+            QVERIFY(Rows().isEmpty());
+        }
+    }
+
+    void KeysThatDoNotBelongDoNothing()
+    {
+        Begin();
+        Click("Check1");
+        Click("Check4");
+        const std::tuple<Words, Words, Words> fields[] = {{"Corresponsal", "lu1-a,ñb c/p?", "LU1ABC/P?"},
+            {"Fecha", "1-2.a/3", "12/3"}, {"Hora", "1.2h:3", "12:3"}, {"Text1", "1,a2", "12"},
+            {"Text2", "g1f/0a5xx", "GF05XX"}, {"Obs", "año: 5/9, O'H", "año: 5/9, O'H"},
+            {"SOTA", "lur/c-001", "LUR/C-001"}, {"POTA_IN", "ar-ñ1", "AR-Ñ1"}, {"MYSOTA", "lu a", "LU A"}};
+        for (const auto &[field, typed, text] : fields) {
+            const QString before = Text(field);
+            Fill(field, typed);
+            QCOMPARE(Text(field), text);
+            Put(field, before);
+        }
+    }
+
+    void FieldsAreCompletedWhenTheyAreLeft()
+    {
+        Begin();
+        Click("Check1");
+        Fill("Fecha", "05/03/");
+        Fill("Hora", "9:5");
+        Fill("Text1", "7");
+        Put("mhz", "7");
+        Find("Obs")->setFocus();
+        QCOMPARE(Texts("Fecha Hora Text1 Label7"), u"05/03/2000|09:05|007|40m"_qs);
+        QCOMPARE(Said(), QString());
+    }
+
+    void ReportsFollowTheMode()
+    {
+        Begin();
+        Choose("Combo1", "CW");
+        QCOMPARE(Focus(), u"Corresponsal"_qs);
+        QCOMPARE(Texts("RSE RSR"), u"599|599"_qs);
+        Fill("RSE", "509"); // in CW a bad report is put back to one that is bad again
+        Press(Qt::Key_Tab);
+        QCOMPARE(Said() + Text("RSE"), u"!el Reporte 509 no es válido!59"_qs);
+        Press(Qt::Key_Tab);
+        QCOMPARE(Said(), u"!el Reporte 59 no es válido!"_qs);
+        Choose("Combo1", "DVoice");
+        QCOMPARE(Texts("RSE RSR"), u"59|59"_qs);
+    }
+
+    void AChoiceOfMegahertzSetsTheBand()
+    {
+        Begin();
+        Choose("mhz", "10");
+        QCOMPARE(Text("Label7") + Said() + Focus(), u"30m!10.650 KHz\n\nFuera de banda!Corresponsal"_qs);
+        Put("Text1", {});
+        Choose("mhz", "14");
+        QCOMPARE(Text("Label7") + Focus(), u"30mmhz"_qs);
+        Choose("Combo2", "2m"); // the list of bands only sends the focus away
+        QCOMPARE(Text("Label7") + Focus(), u"30mCorresponsal"_qs);
+    }
+
+    void TheCountryIsShown()
+    {
+        Write("dxcc.txt", "LU;x;Argentina\r\nsin separador\r\n CX;;Uruguay \r\n");
+        Begin();
+        Type("CX1AA");
+        QCOMPARE(Text("Label18"), QString());
+        Press(Qt::Key_Tab);
+        QCOMPARE(Text("Label18"), u"Uruguay"_qs);
+        Fill("Corresponsal", {});
+        QCOMPARE(Text("Label18") + Enabled("Command7"), u"-"_qs);
+        Configure("BuscaE  =", "1"); // while the call is typed
+        Start();
+        const std::pair<Words, QString> calls[] = {
+            {"LU", {}}, {"LU1", u"Argentina"_qs}, {"LU1M", u"Mendoza"_qs}, {"ZZ9", u"Argentina"_qs}};
+        for (const auto &[call, country] : calls) {
+            Fill("Corresponsal", call);
+            QCOMPARE(Text("Label18"), country);
+        }
+    }
+
+    void CtrlWWipesCallAndGridOnly()
+    {
+        Begin();
+        Fill("Text2", "GF05");
+        Fill("Corresponsal", "ABC"); // bad, but it is gone before it is left
+        Put("Obs", "antena");
+        Press(Qt::Key_W, Qt::ControlModifier);
+        QCOMPARE(Texts("Corresponsal Text2 Obs") + Focus() + Said(), u"||antenaCorresponsal"_qs);
     }
 
     void OutOfBandIsSaidOnceForAValue()
     {
-        Start();
-        const QStringList warning{u"!3.490 KHz\n\nFuera de banda!"_qs};
-        desk_->Fill(u"Text1"_qs, u"490"_qs);
-        QCOMPARE(desk_->Told(), warning);
-        QCOMPARE(desk_->Focus(), u"Text1"_qs);
-        QCOMPARE(desk_->Text(u"Label7"_qs), u"80m"_qs);
-        desk_->Press(Qt::Key_Tab);
-        QCOMPARE(desk_->Told(), QStringList());
-        QCOMPARE(desk_->Focus(), u"Text2"_qs);
-        desk_->Fill(u"Text1"_qs, u"500"_qs);
-        QCOMPARE(desk_->Told(), QStringList());
-        desk_->Fill(u"Text1"_qs, u"490"_qs);
-        QCOMPARE(desk_->Told(), warning);
-        desk_->Contact(u"CX1AA"_qs);
-        QCOMPARE(desk_->LastStored(&QsoRow::Frecuencia), u"3.490"_qs);
+        Begin();
+        const QString warning = u"!3.490 KHz\n\nFuera de banda!"_qs;
+        Fill("Text1", "490");
+        QCOMPARE(Said(), warning);
+        QCOMPARE(Focus(), u"Text1"_qs);
+        QCOMPARE(Text("Label7"), u"80m"_qs);
+        Press(Qt::Key_Tab);
+        QCOMPARE(Said(), QString());
+        QCOMPARE(Focus(), u"Text2"_qs);
+        Fill("Text1", "500");
+        QCOMPARE(Said(), QString());
+        Fill("Text1", "490");
+        QCOMPARE(Said(), warning);
+        Contact("CX1AA");
+        QCOMPARE(LastStored(&QsoRow::Frecuencia), u"3.490"_qs);
     }
 
     void ATypedChoiceThatIsLeftIsNoClick()
     {
-        Start();
-        desk_->Find(u"RSR"_qs)->setFocus();
+        Begin();
+        Find("RSR")->setFocus();
         for (const QString &field : {u"mhz"_qs, u"Text1"_qs}) {
-            desk_->Press(Qt::Key_Tab);
-            QCOMPARE(desk_->Focus(), field);
+            Press(Qt::Key_Tab);
+            QCOMPARE(Focus(), field);
         }
-        desk_->Fill(u"mhz"_qs, u"14"_qs);
-        desk_->Press(Qt::Key_Tab);
-        QCOMPARE(desk_->Focus(), u"Text1"_qs);
-        QCOMPARE(desk_->Text(u"Label7"_qs), u"80m"_qs);
-        desk_->Press(Qt::Key_Tab); // leaving the kilohertz sets the band
-        QCOMPARE(desk_->Text(u"Label7"_qs), u"20m"_qs);
-        desk_->Fill(u"Combo1"_qs, u"CW"_qs);
-        desk_->Press(Qt::Key_Tab);
-        QCOMPARE(desk_->Focus(), u"Combo2"_qs);
-        QCOMPARE(desk_->Text(u"RSE"_qs), u"59"_qs);
+        Fill("mhz", "14");
+        Press(Qt::Key_Tab);
+        QCOMPARE(Focus(), u"Text1"_qs);
+        QCOMPARE(Text("Label7"), u"80m"_qs);
+        Press(Qt::Key_Tab); // leaving the kilohertz sets the band
+        QCOMPARE(Text("Label7"), u"20m"_qs);
+        Fill("Combo1", "CW");
+        Press(Qt::Key_Tab);
+        QCOMPARE(Focus(), u"Combo2"_qs);
+        QCOMPARE(Text("RSE"), u"59"_qs);
     }
 };
 

@@ -1,65 +1,30 @@
 // SPDX-FileCopyrightText: 2026 The Tordillo Compact authors
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Desk.h"
-#include "support/TestRegistry.h"
-#include "ui/Form1_Main.h"
 
-#include <QLineEdit>
-#include <QTest>
 #include <QTreeView>
 
 // The log list of the main window, and the list of contacts with one call.
-class TestForm1Log : public QObject {
+class TestForm1Log : public DeskTest {
     Q_OBJECT
 
-    std::unique_ptr<Desk> desk_;
-
-    void Start(int qsos)
-    {
-        desk_->Furnish(qsos);
-        desk_->Start();
-    }
-    QTreeView *List() const { return desk_->Find<QTreeView>(u"ListView2"_qs); }
-    QString Cell(int row, int column) const { return List()->model()->index(row, column).data().toString(); }
-    // The calls from top to bottom, by their numbers.
-    QStringList Calls() const
-    {
-        QStringList calls;
-        for (int row = 0; row < List()->model()->rowCount(); ++row)
-            calls << Cell(row, 2).mid(2).chopped(1);
-        return calls;
-    }
-    // "page of pages, rows first-last, enabled buttons".
+    QTreeView *List() const { return Find<QTreeView>("ListView2"); }
+    // "page of pages, first to last call by their numbers, enabled buttons".
     QString State() const
     {
-        QString buttons;
-        for (const QString &name : {u"anterior"_qs, u"menos"_qs, u"mas"_qs, u"ultima"_qs})
-            buttons += desk_->Find(name)->isEnabled() ? u'+' : u'-';
-        const QStringList calls = Calls();
-        return u"%1 de %2, %3 a %4, %5"_qs.arg(desk_->Text(u"txt_pagina"_qs), desk_->Text(u"txt_total"_qs),
-            calls.value(0), calls.value(calls.size() - 1), buttons);
+        const QStringList calls = Cells("ListView2", 2).remove(u"CX"_qs).remove(u"A"_qs).split(u'|');
+        return u"%1, %2 a %3, %4"_qs.arg(Texts("txt_pagina txt_total").replace(u"|"_qs, u" de "_qs), calls.first(),
+            calls.last(), Enabled("anterior menos mas ultima"));
     }
 
 private Q_SLOTS:
-    void init() { desk_ = std::make_unique<Desk>(); }
-    void cleanup() { desk_.reset(); }
-
     void TheNewestContactsStandOnTop()
     {
-        desk_->Furnish(2);
-        QsoRow full = Desk::SampleQso(3);
-        full.Frecuencia = u"14,250"_qs;
-        full.Obs = u"Año nuevo"_qs;
-        full.MiGrid = u"GF05AB"_qs;
-        full.SuGrid = u"GF15"_qs;
-        full.LdA = u" 2 "_qs;
-        full.Nombre_Sat = u" SO-50"_qs;
-        full.SOTA = u"S1 "_qs;
-        full.IOTA = u"P1 "_qs;
-        full.POTA = u"P2 "_qs;
-        full.MYSOTA = u"S2 "_qs;
-        desk_->Store({full});
-        desk_->Start();
+        Furnish(2);
+        Store({RowOf(u"Frecuencia=14,250;Obs=Año nuevo;MiGrid=GF05AB;SuGrid=GF15;LdA= 2 ;Nombre_Sat= SO-50;SOTA=S1 ;"
+                     "IOTA=P1 ;POTA=P2 ;MYSOTA=S2 "_qs,
+            SampleQso(3))});
+        Start();
         QStringList titles, cells;
         for (int column = 0; column < 22; ++column) {
             const QModelIndex cell = List()->model()->index(0, column);
@@ -75,95 +40,165 @@ private Q_SLOTS:
         QCOMPARE(cells.join(u'|'),
             u"nombre1|id|CX3A|20m|14.250|SSB|59|59|01/01/2026|00:03|LU9ZZZ|LU1AAA|Año nuevo|GF05AB|GF15|2|SO-50||S1|"
             "P1|P2|S2"_qs);
-        QCOMPARE(Calls(), QStringList({u"3"_qs, u"2"_qs, u"1"_qs}));
-        QCOMPARE(desk_->Text(u"Label6"_qs), u"Log: Log inicial, con 3 QSOs"_qs);
+        QCOMPARE(Cells("ListView2", 2), u"CX3A|CX2A|CX1A"_qs);
+        QCOMPARE(Text("Label6"), u"Log: Log inicial, con 3 QSOs"_qs);
     }
 
     void KeysAndButtonsTurnThePages()
     {
-        Start(45);
+        Begin(45);
         const QStringList pages{u"1 de 3, 45 a 26, --++"_qs, u"2 de 3, 25 a 6, ++++"_qs, u"3 de 3, 5 a 1, ++--"_qs};
-        struct Step {
-            int key;
-            QString button;
-            int page; // from 0
-        };
-        const Step steps[] = {{Qt::Key_PageDown, u"mas"_qs, 1}, {Qt::Key_PageDown, u"mas"_qs, 2},
-            {Qt::Key_PageUp, u"menos"_qs, 1}, {Qt::Key_End, u"ultima"_qs, 2}, {Qt::Key_Home, u"anterior"_qs, 0},
-            {Qt::Key_End, u"ultima"_qs, 2}, {Qt::Key_PageUp, u"menos"_qs, 1}, {Qt::Key_Home, u"anterior"_qs, 0}};
+        const std::tuple<int, Words, int> steps[] = {{Qt::Key_PageDown, "mas", 1}, {Qt::Key_PageDown, "mas", 2},
+            {Qt::Key_PageUp, "menos", 1}, {Qt::Key_End, "ultima", 2}, {Qt::Key_Home, "anterior", 0},
+            {Qt::Key_End, "ultima", 2}, {Qt::Key_PageUp, "menos", 1}, {Qt::Key_Home, "anterior", 0}};
         QCOMPARE(State(), pages[0]);
-        for (const Step &step : steps) {
-            desk_->Find(u"Obs"_qs)->setFocus();
-            desk_->Press(step.key);
-            QCOMPARE(State(), pages[step.page]);
-            QCOMPARE(desk_->Focus(), u"Corresponsal"_qs);
+        for (const bool byKey : {true, false})
+            for (const auto &[key, button, page] : steps) {
+                Find("Obs")->setFocus();
+                if (byKey)
+                    Press(key);
+                else
+                    Click(button);
+                QCOMPARE(State(), pages[page]);
+                QCOMPARE(Focus(), u"Corresponsal"_qs);
+            }
+        Press(Qt::Key_PageDown);
+        Contact("CX1AA"); // is seen at once, whatever page was shown
+        QCOMPARE(State(), u"1 de 3, 1 a 27, --++"_qs);
+    }
+
+    void LogsOfEveryLengthOpen()
+    {
+        for (const auto &[count, first, last] : {std::tuple{0, u"1 de 1,  a , ----", u"1 de 1,  a , ----"},
+                 {20, u"1 de 1, 20 a 1, ----", u"1 de 1, 20 a 1, ----"},
+                 {21, u"1 de 2, 21 a 2, --++", u"2 de 2, 1 a 1, ++--"}}) {
+            init();
+            Furnish(count);
+            Sql("UPDATE Contadores SET QSOs=99"); // by another tool
+            Start();
+            QCOMPARE(State(), QString::fromUtf16(first));
+            QCOMPARE(Text("Label6"), u"Log: Log inicial, con %1 QSOs"_qs.arg(count));
+            Press(Qt::Key_End);
+            QCOMPARE(State(), QString::fromUtf16(last));
         }
-        for (const Step &step : steps) {
-            desk_->Click(step.button);
-            QCOMPARE(State(), pages[step.page]);
-            QCOMPARE(desk_->Focus(), u"Corresponsal"_qs);
+    }
+
+    void IrGoesToAPageByItsNumber()
+    {
+        Begin(45);
+        const std::tuple<Words, QString, QString> rows[] = {{"x3", u"3"_qs, u"3 de 3, 5 a 1, ++--"_qs},
+            {"2", u"2"_qs, u"2 de 3, 25 a 6, ++++"_qs}, {"99999999999999999999", u"3"_qs, u"3 de 3, 5 a 1, ++--"_qs},
+            {"0", u"1"_qs, u"1 de 3, 45 a 26, --++"_qs}, {{}, u"1"_qs, u"1 de 3, 45 a 26, --++"_qs}};
+        for (const auto &[typed, number, state] : rows) {
+            Fill("Text3", typed);
+            Click("Command8");
+            QCOMPARE(Text("Text3"), number);
+            QCOMPARE(State(), state);
+            QCOMPARE(Focus(), u"Corresponsal"_qs);
         }
-        desk_->Press(Qt::Key_PageDown);
-        desk_->Contact(u"CX1AA"_qs); // is seen at once, whatever page was shown
-        QCOMPARE(State(), u"1 de 3, 1A a 27, --++"_qs);
+    }
+
+    void ATitleSortsThePageOnly()
+    {
+        Begin(45);
+        const QString byDate = Cells("ListView2", 2);
+        const auto sorted = [&](int column) {
+            ClickTitle("ListView2", column);
+            return Cells("ListView2", column).split(u'|');
+        };
+        QStringList cells = sorted(2), page = byDate.split(u'|');
+        page.sort();
+        QCOMPARE(cells, page);
+        cells = sorted(2);
+        QVERIFY(std::is_sorted(cells.rbegin(), cells.rend()));
+        cells = sorted(5); // the direction turns over at each click, whatever the column
+        QVERIFY(std::is_sorted(cells.begin(), cells.end()));
+        Click("Command11");
+        QCOMPARE(Cells("ListView2", 2), byDate);
+        Press(Qt::Key_PageDown);
+        QCOMPARE(State(), u"2 de 3, 25 a 6, ++++"_qs);
     }
 
     void PagingKeysNeverMoveTheCaret()
     {
-        Start(1); // all four are off
-        desk_->Fill(u"Obs"_qs, u"antena"_qs);
-        auto *remarks = desk_->Find<QLineEdit>(u"Obs"_qs);
+        Begin(1); // all four are off
+        Fill("Obs", "antena");
+        auto *remarks = Find<QLineEdit>("Obs");
         remarks->setCursorPosition(3);
         for (const int key : {Qt::Key_Home, Qt::Key_End, Qt::Key_PageUp, Qt::Key_PageDown})
             for (const auto modifiers : {Qt::NoModifier, Qt::ShiftModifier, Qt::ControlModifier})
-                desk_->Press(key, modifiers);
+                Press(key, modifiers);
         QCOMPARE(remarks->cursorPosition(), 3);
         QCOMPARE(remarks->selectedText(), QString());
-        QCOMPARE(desk_->Focus(), u"Obs"_qs);
+        QCOMPARE(Focus(), u"Obs"_qs);
     }
 
     void APageThatCannotBeReadIsToldAndTheOldOneStays()
     {
-        Start(45);
-        QVERIFY(QFile::rename(desk_->Path(u"base0.mdb"_qs), desk_->Path(u"otra"_qs)));
-        desk_->Press(Qt::Key_PageDown);
-        const QStringList told = desk_->Told();
-        QCOMPARE(told.size(), 1);
-        QVERIFY(told.first().contains(desk_->Path(u"base0.mdb"_qs)));
-        QVERIFY(QFile::rename(desk_->Path(u"otra"_qs), desk_->Path(u"base0.mdb"_qs)));
+        Begin(45);
+        TakeBase();
+        Press(Qt::Key_PageDown);
+        QCOMPARE(dialogs.shown.size(), 1);
+        QVERIFY(Said().contains(Path("base0.mdb")));
+        BringBase();
         QCOMPARE(State(), u"1 de 3, 45 a 26, --++"_qs);
-        desk_->Press(Qt::Key_PageDown);
+        Press(Qt::Key_PageDown);
         QCOMPARE(State(), u"2 de 3, 25 a 6, ++++"_qs);
     }
 
     void ALongLogNameDoesNotWidenTheWindow()
     {
-        desk_->Furnish();
-        desk_->Start();
-        const int width = desk_->Main().minimumSizeHint().width();
-        desk_->Configure(u"LogenUso="_qs, QString(100, u'W'));
-        desk_->Start();
-        QVERIFY(desk_->Text(u"Label6"_qs).contains(QString(100, u'W')));
-        QCOMPARE(desk_->Main().minimumSizeHint().width(), width);
+        Begin();
+        const int width = Main().minimumSizeHint().width();
+        Configure("LogenUso=", QString(100, u'W'));
+        Start();
+        QVERIFY(Text("Label6").contains(QString(100, u'W')));
+        QCOMPARE(Main().minimumSizeHint().width(), width);
     }
 
-    // --- Ctrl+X
+    void CtrlXListsTheContactsWithTheCall()
+    {
+        Furnish();
+        const QString calls[] = {u"Estacion=CX1A;Fecha=2026-05-01"_qs,
+            u"Estacion=CX1A/LU1ABCDEFGHIJ;Fecha=2025-12-31"_qs, u"Estacion=CX1B;Fecha=2026-05-01"_qs,
+            u"Estacion=CX1A;NombreLog=Otro"_qs};
+        for (const QString &call : calls)
+            Store({RowOf(call, SampleQso(1))});
+        Start();
+        const auto lines = [&](const Words &call) {
+            QString shown;
+            Fill("Corresponsal", call);
+            InModal([&] { Press(Qt::Key_X, Qt::ControlModifier); },
+                [&] {
+                    shown = Front()->objectName() + u'\n' + Front()->windowTitle() + u'\n' + Cells("List1", 0);
+                    Press(Qt::Key_Escape);
+                });
+            return shown;
+        };
+        QCOMPARE(lines("CX1A"),
+            u"Form17\nCX1A\nMiCall           SuCall           Banda  Modo   Fecha    Hora   |"
+            "LU9ZZZ          |CX1A/LU1ABCDEFGHIJ |40m   |SSB   |31/12/2025 |00:01:00 |"
+            "LU9ZZZ          |CX1A            |40m   |SSB   |01/05/2026 |00:01:00 "_qs);
+        QCOMPARE(Text("Corresponsal"), u"CX1A"_qs);
+        QCOMPARE(lines("CX?A").count(u"00:01:00"_qs), 2); // a doubtful character finds both
+        QCOMPARE(Said(), QString());
+    }
 
     void CtrlXNeedsFourCharactersAndSaysWhenThereIsNothing()
     {
-        Start(2);
-        desk_->Fill(u"Corresponsal"_qs, u"CX1"_qs);
-        auto *call = desk_->Find<QLineEdit>(u"Corresponsal"_qs);
+        Begin(2);
+        Fill("Corresponsal", "CX1");
+        auto *call = Find<QLineEdit>("Corresponsal");
         call->selectAll();
-        desk_->Press(Qt::Key_X, Qt::ControlModifier);
-        QCOMPARE(desk_->Told(), QStringList());
+        Press(Qt::Key_X, Qt::ControlModifier);
+        QCOMPARE(Said(), QString());
         QCOMPARE(call->text(), u"CX1"_qs); // and it does not cut
-        desk_->Fill(u"Corresponsal"_qs, u"CX99A"_qs);
-        desk_->Press(Qt::Key_X, Qt::ControlModifier);
-        QCOMPARE(desk_->Told(), QStringList({u"!Sin QSOs con CX99A"_qs}));
-        QCOMPARE(desk_->Focus(), u"Corresponsal"_qs);
-        desk_->Click(u"Command7"_qs);
-        QCOMPARE(desk_->Told(), QStringList({u"!Sin QSOs con CX99A"_qs}));
+        Fill("Corresponsal", "CX99A");
+        Press(Qt::Key_X, Qt::ControlModifier);
+        QCOMPARE(Said(), u"!Sin QSOs con CX99A"_qs);
+        QCOMPARE(Focus(), u"Corresponsal"_qs);
+        Click("Command7");
+        QCOMPARE(Said(), u"!Sin QSOs con CX99A"_qs);
     }
 };
 

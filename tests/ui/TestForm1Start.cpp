@@ -1,310 +1,315 @@
 // SPDX-FileCopyrightText: 2026 The Tordillo Compact authors
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Desk.h"
-#include "support/RawDatabase.h"
-#include "support/TestRegistry.h"
-#include "ui/Form1_Main.h"
 
-#include <QCheckBox>
+#include <QComboBox>
 #include <QElapsedTimer>
 #include <QMenu>
 #include <QRandomGenerator>
-#include <QTest>
 #include <QTreeView>
 
 // How the program comes up, over good, missing and damaged files, and how it ends.
-class TestForm1Start : public QObject {
+class TestForm1Start : public DeskTest {
     Q_OBJECT
-
-    std::unique_ptr<Desk> desk_;
 
     void FirstRun(const std::function<void()> &act)
     {
-        QVERIFY(desk_->Load());
-        desk_->Show();
-        desk_->InModal([&] { desk_->Advance(900); }, act);
+        QVERIFY(Load());
+        Show();
+        InModal([&] { Advance(900); }, act);
     }
-    bool ArchivoEnabled() const { return desk_->Main().findChild<QMenu *>(u"archivo"_qs)->isEnabled(); }
-    int RowsShown() const { return desk_->Find<QTreeView>(u"ListView2"_qs)->model()->rowCount(); }
-    // Mode, frequency, band.
-    QString Tuned() const
-    {
-        return desk_->Text(u"Combo1"_qs) + u' ' + desk_->Text(u"mhz"_qs) + u'.' + desk_->Text(u"Text1"_qs) + u' '
-            + desk_->Text(u"Label7"_qs);
-    }
+    bool ArchivoEnabled() const { return Main().findChild<QMenu *>(u"archivo"_qs)->isEnabled(); }
+    int RowsShown() const { return Find<QTreeView>("ListView2")->model()->rowCount(); }
+    QString Tuned() const { return Texts("Combo1 mhz Text1 Label7"); }
     void AnswerAndLeave(bool byFrame, bool yes)
     {
-        desk_->dialogs.answers = QList<bool>{yes};
+        dialogs.answers = QList<bool>{yes};
         if (byFrame)
-            desk_->Main().close();
+            Main().close();
         else
-            desk_->Menu("salir");
+            Menu("salir");
     }
 
 private Q_SLOTS:
-    void init() { desk_ = std::make_unique<Desk>(); }
-    void cleanup() { desk_.reset(); }
-
-    // --- The first run
-
     void SavingTheFirstRunMakesConfigurationAndLog()
     {
         FirstRun([&] {
-            desk_->Type(u"lu1abc"_qs);
-            desk_->Press(Qt::Key_Return);
+            Type("lu1abc");
+            Press(Qt::Key_Return);
         });
-        QVERIFY(!desk_->ended);
+        QVERIFY(!ended);
         QVERIFY(ArchivoEnabled());
-        QCOMPARE(desk_->Content(u"config.ini"_qs).count("\r\n"), 25);
+        QCOMPARE(Content("config.ini").count("\r\n"), 25);
         for (const char *line : {"Estacion=LU1ABC\r\n", "LogenUso=Log inicial\r\n", "Puerto  =\r\n"})
-            QVERIFY2(desk_->Content(u"config.ini"_qs).contains(line), line);
-        QCOMPARE(RawDatabase(desk_->Path(u"base0.mdb"_qs))
-                     .Value("SELECT group_concat(\"Nombre Log\"||coalesce(Modo,'')) FROM Tabla1"),
-            u"Log inicial"_qs);
-        QCOMPARE(desk_->Text(u"Frame1"_qs), u"Log inicial"_qs);
+            QVERIFY2(Content("config.ini").contains(line), line);
+        QCOMPARE(Value("SELECT group_concat(\"Nombre Log\"||coalesce(Modo,'')) FROM Tabla1"), u"Log inicial"_qs);
+        QCOMPARE(Text("Frame1"), u"Log inicial"_qs);
         QCOMPARE(RowsShown(), 0);
-        desk_->Contact(u"CX1AA"_qs);
-        QCOMPARE(desk_->Rows().size(), 1);
-        desk_->Start();
-        QCOMPARE(desk_->Text(u"Label6"_qs), u"Log: Log inicial, con 1 QSOs"_qs);
-        QCOMPARE(desk_->Text(u"Label2"_qs), u"LU1ABC"_qs);
-        QCOMPARE(desk_->Told(), QStringList());
+        Contact("CX1AA");
+        QCOMPARE(Rows().size(), 1);
+        Start();
+        QCOMPARE(Text("Label6"), u"Log: Log inicial, con 1 QSOs"_qs);
+        QCOMPARE(Text("Label2"), u"LU1ABC"_qs);
+        QCOMPARE(Said(), QString());
     }
 
     void SavingTheFirstRunKeepsADatabaseThatIsThere()
     {
-        desk_->Furnish(3);
-        QVERIFY(QFile::remove(desk_->Path(u"config.ini"_qs)));
-        const QByteArray before = desk_->Content(u"base0.mdb"_qs);
+        Furnish(3);
+        QVERIFY(QFile::remove(Path("config.ini")));
+        const QByteArray before = Content("base0.mdb");
         FirstRun([&] {
-            desk_->Type(u"LU1ABC"_qs);
-            desk_->Click(u"Command1"_qs);
+            Type("LU1ABC");
+            Click("Command1");
         });
-        QCOMPARE(desk_->Rows().size(), 3);
-        QVERIFY(desk_->Content(u"base0.mdb"_qs) == before);
+        QCOMPARE(Rows().size(), 3);
+        QVERIFY(Content("base0.mdb") == before);
         QCOMPARE(RowsShown(), 0); // until a log is opened or the program started again
-        desk_->Start();
+        Start();
         QCOMPARE(RowsShown(), 3);
     }
 
     void AFirstRunThatCannotBeSavedCanBeTriedAgain()
     {
         FirstRun([&] {
-            desk_->Type(u"LU1ABC"_qs);
+            Type("LU1ABC");
             FaultVfs::Instance().SetRoom(0);
-            desk_->Press(Qt::Key_Return);
-            const QStringList told = desk_->Told();
-            QCOMPARE(told.size(), 1);
-            QVERIFY2(told.first().contains(u"No queda lugar"_qs), qPrintable(told.first()));
-            QVERIFY(!desk_->Has(u"config.ini"_qs) && !desk_->Has(u"base0.mdb"_qs));
-            QVERIFY(desk_->Front()->isVisible());
-            Desk::HealDisk();
-            desk_->Press(Qt::Key_Return);
+            Press(Qt::Key_Return);
+            QCOMPARE(dialogs.shown.size(), 1);
+            QVERIFY(Said().contains(u"No queda lugar"_qs));
+            QVERIFY(!Has("config.ini") && !Has("base0.mdb"));
+            QVERIFY(Front()->isVisible());
+            HealDisk();
+            Press(Qt::Key_Return);
         });
-        QVERIFY(desk_->Has(u"config.ini"_qs) && desk_->Has(u"base0.mdb"_qs));
+        QVERIFY(Has("config.ini") && Has("base0.mdb"));
     }
 
-    // --- The order of the start
+    void CancellingTheFirstRunLeavesNothing()
+    {
+        FirstRun([&] {
+            Type("lu1abc");
+            QCOMPARE(Front()->objectName() + Text("Text1"), u"Form2LU1ABC"_qs);
+            Click("Command2");
+        });
+        QVERIFY(ended == 0 && !Has("config.ini") && !Has("base0.mdb"));
+        QCOMPARE(Said(), QString());
+    }
 
     void TheWindowComesFirstAndTheLogOnce()
     {
-        desk_->Furnish(21);
-        QVERIFY(desk_->Load());
-        QCOMPARE(desk_->Content(u"debug.txt"_qs), QByteArray("1\r\n2\r\n3\r\n4\r\n"));
-        desk_->Show();
-        QCOMPARE(desk_->Main().windowTitle(), QString(u"Tordillo Compact V"_qs + Logbook::AppVersion));
-        QCOMPARE(Tuned(), u"SSB 3.650 80m"_qs);
+        Furnish(21);
+        QVERIFY(Load());
+        QCOMPARE(Content("debug.txt"), QByteArray("1\r\n2\r\n3\r\n4\r\n"));
+        Show();
+        QCOMPARE(Main().windowTitle(), QString(u"Tordillo Compact V"_qs + Logbook::AppVersion));
+        QCOMPARE(Tuned(), u"SSB|3|650|80m"_qs);
         QVERIFY(!ArchivoEnabled());
-        desk_->Advance(899);
+        Advance(899);
         QCOMPARE(RowsShown(), 0);
-        desk_->Advance(1);
+        Advance(1);
         QCOMPARE(RowsShown(), 20);
         QVERIFY(ArchivoEnabled());
-        desk_->Main().hide();
-        desk_->Show();
-        desk_->Advance(60000);
-        QCOMPARE(desk_->marks, QStringList({u"timer2"_qs, u"page-shown"_qs}));
+        Main().hide();
+        Show();
+        Advance(60000);
+        QCOMPARE(marks, QStringList({u"timer2"_qs, u"page-shown"_qs}));
     }
 
     void AnOperatorQuickerThanTheStartLosesNothing()
     {
-        desk_->Furnish();
-        const QByteArray before = desk_->Content(u"config.ini"_qs);
-        QVERIFY(desk_->Load());
-        desk_->Show();
-        desk_->Contact(u"CX1AA"_qs);
-        QCOMPARE(desk_->Rows().value(0).NombreLog, u"Log inicial"_qs);
-        QCOMPARE(desk_->Rows().value(0).MyCall, u"LU9ZZZ"_qs);
-        QVERIFY(desk_->Load());
-        desk_->Show();
+        Furnish();
+        const QByteArray before = Content("config.ini");
+        QVERIFY(Load());
+        Show();
+        Contact("CX1AA");
+        QCOMPARE(Rows().value(0).NombreLog, u"Log inicial"_qs);
+        QCOMPARE(Rows().value(0).MyCall, u"LU9ZZZ"_qs);
+        QVERIFY(Load());
+        Show();
         AnswerAndLeave(true, true);
-        QVERIFY(desk_->ended == 0);
-        QCOMPARE(desk_->Content(u"config.ini"_qs), before);
+        QVERIFY(ended == 0);
+        QCOMPARE(Content("config.ini"), before);
     }
 
-    // --- The ends
-
-    void TheTwoWaysOutAreNotAlike_data()
-    {
-        QTest::addColumn<bool>("byFrame");
-        QTest::addColumn<bool>("yes");
-        QTest::newRow("frame, no") << true << false;
-        QTest::newRow("frame, yes") << true << true;
-        QTest::newRow("menu, no") << false << false;
-        QTest::newRow("menu, yes") << false << true;
-    }
     void TheTwoWaysOutAreNotAlike()
     {
-        QFETCH(bool, byFrame);
-        QFETCH(bool, yes);
-        desk_->Furnish();
-        desk_->Start();
-        desk_->Click(u"Check3"_qs);
-        desk_->Click(u"Check4"_qs);
-        desk_->Fill(u"MYSOTA"_qs, u"lur/c-001"_qs);
-        desk_->Fill(u"MY_POTA"_qs, u"ar-0001"_qs);
-        AnswerAndLeave(byFrame, yes);
-        QCOMPARE(desk_->dialogs.shown.value(0).preset, Dialogs::Button::No);
-        QCOMPARE(desk_->Told(), QStringList({u"?Sale de Tordillo Compacto?"_qs}));
-        QVERIFY(desk_->ended.has_value() == yes);
-        QCOMPARE(desk_->Has(u"memModo.cfg"_qs), yes);
-        const bool saved = byFrame && yes;
-        for (const char *line : {"NoBorrar=1", "Activac_=1", "MySOTA__=LUR/C-001", "MyPOTA__=AR-0001"})
-            QCOMPARE(desk_->Content(u"config.ini"_qs).contains(line), saved);
-        if (!yes)
-            QVERIFY(desk_->Main().isVisible());
+        for (int way = 0; way < 4; ++way) {
+            const bool byFrame = way / 2, yes = way % 2;
+            init();
+            Begin();
+            Click("Check3");
+            Click("Check4");
+            Fill("MYSOTA", "lur/c-001");
+            Fill("MY_POTA", "ar-0001");
+            AnswerAndLeave(byFrame, yes);
+            QCOMPARE(dialogs.shown.value(0).preset, Dialogs::Button::No);
+            QCOMPARE(Said(), u"?Sale de Tordillo Compacto?"_qs);
+            QVERIFY(ended.has_value() == yes);
+            QCOMPARE(Has("memModo.cfg"), yes);
+            const bool saved = byFrame && yes;
+            for (const char *line : {"NoBorrar=1", "Activac_=1", "MySOTA__=LUR/C-001", "MyPOTA__=AR-0001"})
+                QCOMPARE(Content("config.ini").contains(line), saved);
+            if (!yes)
+                QVERIFY(Main().isVisible());
 
-        desk_->Start();
-        QCOMPARE(desk_->Find<QCheckBox>(u"Check3"_qs)->isChecked(), saved);
-        QCOMPARE(desk_->Find(u"activador"_qs)->isVisible(), saved);
-        QCOMPARE(desk_->Text(u"MYSOTA"_qs), saved ? u"LUR/C-001"_qs : QString());
+            Start();
+            QCOMPARE(Ticked("Check3"), saved);
+            QCOMPARE(Find("activador")->isVisible(), saved);
+            QCOMPARE(Text("MYSOTA"), saved ? u"LUR/C-001"_qs : QString());
+        }
     }
 
     void TheFieldsComeBackAfterARestart()
     {
-        desk_->Furnish();
-        desk_->Start();
-        desk_->Choose(u"Combo1"_qs, u"CW"_qs);
-        desk_->Choose(u"mhz"_qs, u"14"_qs);
-        desk_->Fill(u"Text1"_qs, u"025"_qs);
-        desk_->Click(u"Check1"_qs);
-        desk_->Contact(u"CX1AA"_qs);
+        Begin();
+        Choose("Combo1", "CW");
+        Choose("mhz", "14");
+        Fill("Text1", "025");
+        Click("Check1");
+        Contact("CX1AA");
         AnswerAndLeave(false, true);
-        desk_->Start();
-        QCOMPARE(Tuned(), u"CW 14.025 20m"_qs);
-        QCOMPARE(desk_->Text(u"RSE"_qs) + desk_->Text(u"RSR"_qs), u"599599"_qs);
-        QVERIFY(desk_->Find<QCheckBox>(u"Check1"_qs)->isChecked());
-        QCOMPARE(desk_->Text(u"Label11"_qs) + desk_->Text(u"Hora"_qs), u"LU21:15"_qs);
-        QCOMPARE(desk_->Focus(), u"Corresponsal"_qs);
+        Start();
+        QCOMPARE(Tuned(), u"CW|14|025|20m"_qs);
+        QCOMPARE(Text("RSE") + Text("RSR"), u"599599"_qs);
+        QVERIFY(Ticked("Check1"));
+        QCOMPARE(Text("Label11") + Text("Hora"), u"LU21:15"_qs);
+        QCOMPARE(Focus(), u"Corresponsal"_qs);
     }
 
-    // --- Damaged files
-
-    void DamagedFilesCostOnlyThemselves_data()
+    void MemoriesHaveTheirOrder()
     {
-        QTest::addColumn<QByteArray>("content");
+        using Memories = std::vector<std::pair<Words, QByteArray>>;
+        const std::pair<Words, QByteArray> last{"mem.ini", "7.100\r\nxx\r\n 0 \r\n\r\n"};
+        const std::pair<Memories, QString> cases[] = {{{last}, u"SSB|7|100|xx"_qs},
+            {{last, {"memKhz.cfg", "200\r\n"}}, u"SSB|7|200|40m"_qs}, // the last exit wins
+            {{last, {"memMhz.cfg", "3\r\n"}}, u"SSB|3|100|80m"_qs}, // out of band, in silence
+            {{{"mem.ini", "7100\r\n40m\r\n0\r\n"}}, u"SSB|3||40m"_qs}, {{{"memqSat.cfg", " 1 \r\n"}}, u"SSB|3||80m"_qs},
+            {{{"memsat.ini", "FO-29\r\n"}}, u"SSB|3|650|80m"_qs},
+            {{{"memsat.ini", "FO-29\r\n"}, {"memqSat.cfg", "1\r\n"}, {"memModo.cfg", "Echo\r\n"}},
+                u"Echo|145|550|2m"_qs}};
+        for (const auto &[files, tuned] : cases) {
+            init();
+            Furnish();
+            for (const auto &[name, content] : files)
+                Write(name, content);
+            Start();
+            QCOMPARE(Tuned(), tuned);
+            QCOMPARE(Said() + Focus(), u"Corresponsal"_qs);
+        }
+    }
+
+    void ACatalogueIsMadeWhereThereIsNoneAndReadPastBadLines()
+    {
+        Begin();
+        QCOMPARE(Content("satelites.txt").count("\r\n"), 16);
+        QCOMPARE(Find<QComboBox>("Combo3")->count(), 16);
+        Write("satelites.txt", "basura;x\r\nXX-1;70cm;2m;FM;67.0;435.250\r\n\r\nXX-2;2m;70cm;SSB; \r\n");
+        Start();
+        QCOMPARE(Find<QComboBox>("Combo3")->count(), 2);
+        Click("Check2");
+        Choose("Combo3", "XX-1");
+        QCOMPARE(Tuned(), u"FM|435|250|70cm"_qs);
+        Fill("Combo3", "XX-2"); // typed and left: no click in the list
+        Find("Obs")->setFocus();
+        QCOMPARE(Tuned() + Focus(), u"FM|435|250|70cmObs"_qs);
+    }
+
+    void AnOldDatabaseIsBroughtUpToDate()
+    {
+        Furnish(1);
+        Sql("ALTER TABLE Tabla1 DROP COLUMN SOTA");
+        Start();
+        Fill("SOTA", "lur/c-001");
+        Contact("CX1AA");
+        QCOMPARE(Said() + LastStored(&QsoRow::SOTA), u"LUR/C-001"_qs);
+    }
+
+    void DamagedFilesCostOnlyThemselves()
+    {
         QByteArray random(64 << 10, Qt::Uninitialized);
         QRandomGenerator generator(2026);
         for (char &byte : random)
             byte = char(generator.bounded(256));
-        QTest::newRow("random bytes") << random;
-        QTest::newRow("a line without end") << QByteArray("\0", 1);
-    }
-    void DamagedFilesCostOnlyThemselves()
-    {
-        QFETCH(QByteArray, content);
-        desk_->Furnish(3);
-        for (const QString &name : {u"mem.ini"_qs, u"memModo.cfg"_qs, u"memMhz.cfg"_qs, u"memKhz.cfg"_qs,
-                 u"memqSat.cfg"_qs, u"memsat.ini"_qs, u"satelites.txt"_qs, u"dxcc.txt"_qs}) {
-            desk_->Write(name, content);
-            if (content.size() == 1)
-                QVERIFY(QFile::resize(desk_->Path(name), name.endsWith(u".txt") ? 100 << 20 : 20 << 20));
+        for (const QByteArray &content : {random, QByteArray("\0", 1)}) { // the second made a line without end
+            init();
+            Furnish(3);
+            for (const QString &name : {u"mem.ini"_qs, u"memModo.cfg"_qs, u"memMhz.cfg"_qs, u"memKhz.cfg"_qs,
+                     u"memqSat.cfg"_qs, u"memsat.ini"_qs, u"satelites.txt"_qs, u"dxcc.txt"_qs}) {
+                Write(name, content);
+                if (content.size() == 1)
+                    QVERIFY(QFile::resize(Path(name), name.endsWith(u".txt") ? 100 << 20 : 20 << 20));
+            }
+            QElapsedTimer timer;
+            timer.start();
+            Start();
+            QVERIFY2(timer.elapsed() < 10000, "the start took too long");
+            QCOMPARE(Said(), QString());
+            QCOMPARE(RowsShown(), 3);
+            QVERIFY(Text("mhz").size() <= 40 && Text("Combo1").size() <= 40);
+            QVERIFY(Main().minimumSizeHint().width() <= 1366);
+            Put("Corresponsal", "CX1AA");
+            Click("Command2");
+            QCOMPARE(Said(), QString());
+            QCOMPARE(Rows().value(3).MyCall, u"LU9ZZZ"_qs);
         }
-        QElapsedTimer timer;
-        timer.start();
-        desk_->Start();
-        QVERIFY2(timer.elapsed() < 10000, "the start took too long");
-        QCOMPARE(desk_->Told(), QStringList());
-        QCOMPARE(RowsShown(), 3);
-        QVERIFY(desk_->Text(u"mhz"_qs).size() <= 40 && desk_->Text(u"Combo1"_qs).size() <= 40);
-        QVERIFY(desk_->Main().minimumSizeHint().width() <= 1366);
-        desk_->Put(u"Corresponsal"_qs, u"CX1AA"_qs);
-        desk_->Click(u"Command2"_qs);
-        QCOMPARE(desk_->Told(), QStringList());
-        QCOMPARE(desk_->Rows().value(3).MyCall, u"LU9ZZZ"_qs);
     }
 
-    void ADamagedConfigurationStillStoresInALogThatIsFound_data()
-    {
-        QTest::addColumn<QByteArray>("content");
-        QTest::addColumn<QString>("station");
-        QTest::newRow("no log") << QByteArray("Estacion=LU9ZZZ\r\nbasura\r\n") << u"LU9ZZZ"_qs;
-        QTest::newRow("empty") << QByteArray() << QString();
-    }
     void ADamagedConfigurationStillStoresInALogThatIsFound()
     {
-        QFETCH(QByteArray, content);
-        desk_->Furnish(3);
-        desk_->Write(u"config.ini"_qs, content);
-        if (content.size() == 1)
-            QVERIFY(QFile::resize(desk_->Path(u"config.ini"_qs), 100 << 20));
-        desk_->Start();
-        QCOMPARE(desk_->Told(), QStringList());
-        QTEST(desk_->Text(u"Label2"_qs), "station");
-        desk_->Contact(u"CX1AA"_qs);
-        QCOMPARE(desk_->Told(), QStringList());
-        QCOMPARE(desk_->Rows().value(3).NombreLog, u"Log inicial"_qs);
-        QCOMPARE(desk_->Text(u"Label6"_qs), u"Log: Log inicial, con 4 QSOs"_qs);
-        QCOMPARE(desk_->Text(u"Frame1"_qs), u"Log inicial"_qs);
+        for (const QByteArray content : {"Estacion=LU9ZZZ\r\nbasura\r\n", ""}) {
+            init();
+            Furnish(3);
+            Write("config.ini", content);
+            Start();
+            QCOMPARE(Said(), QString());
+            QCOMPARE(Text("Label2"), content.isEmpty() ? QString() : u"LU9ZZZ"_qs);
+            Contact("CX1AA");
+            QCOMPARE(Said(), QString());
+            QCOMPARE(Rows().value(3).NombreLog, u"Log inicial"_qs);
+            QCOMPARE(Text("Label6"), u"Log: Log inicial, con 4 QSOs"_qs);
+            QCOMPARE(Text("Frame1"), u"Log inicial"_qs);
+        }
     }
 
-    // --- The database at the start
-
-    void ADatabaseThatCannotBeUsedEndsTheStartUntouched_data()
-    {
-        QTest::addColumn<bool>("config");
-        QTest::addColumn<QByteArray>("content"); // null: no file
-        QTest::addColumn<QString>("said");
-        const QByteArray text = QByteArray("una carta cualquiera\r\n").repeated(100);
-        QTest::newRow("missing") << true << QByteArray() << u"No se encuentra la base de datos"_qs;
-        QTest::newRow("foreign") << true << text << u"no es una base de datos de Tordillo Compact"_qs;
-        QTest::newRow("foreign, first run") << false << text << u"no es una base de datos de Tordillo Compact"_qs;
-        QTest::newRow("empty") << true << QByteArray("") << u"vacío"_qs;
-        QTest::newRow("damaged") << true << QByteArray("SQLite format 3\0", 16).leftJustified(8192, 'x')
-                                 << u"dañada"_qs;
-    }
     void ADatabaseThatCannotBeUsedEndsTheStartUntouched()
     {
-        QFETCH(bool, config);
-        QFETCH(QByteArray, content);
-        QFETCH(QString, said);
-        if (config)
-            desk_->Write(u"config.ini"_qs, "Estacion=LU9ZZZ\r\nLogenUso=Log inicial\r\n");
-        if (!content.isNull())
-            desk_->Write(u"base0.mdb"_qs, content);
-        QVERIFY(!desk_->Load());
-        const QStringList told = desk_->Told();
-        QCOMPARE(told.size(), 1);
-        for (const QString &part : {u"X"_qs, said, desk_->Path(u"base0.mdb"_qs)})
-            QVERIFY2(told.first().contains(part), qPrintable(told.first()));
-        QCOMPARE(desk_->Has(u"base0.mdb"_qs), !content.isNull());
-        QVERIFY(desk_->Content(u"base0.mdb"_qs) == content);
+        const QByteArray text = QByteArray("una carta cualquiera\r\n").repeated(100);
+        const QString foreign = u"no es una base de datos de Tordillo Compact"_qs;
+        // Whether there is a configuration, the content of the database (null: no file), and what is said.
+        const std::tuple<bool, QByteArray, QString> cases[] = {
+            {true, QByteArray(), u"No se encuentra la base de datos"_qs}, {true, text, foreign}, {false, text, foreign},
+            {true, "", u"vacío"_qs},
+            {true, QByteArray("SQLite format 3\0", 16).leftJustified(8192, 'x'), u"dañada"_qs}};
+        for (const auto &[config, content, said] : cases) {
+            init();
+            if (config)
+                Write("config.ini", "Estacion=LU9ZZZ\r\nLogenUso=Log inicial\r\n");
+            if (!content.isNull())
+                Write("base0.mdb", content);
+            QVERIFY(!Load());
+            QCOMPARE(dialogs.shown.size(), 1);
+            const QString told = Said();
+            for (const QString &part : {u"X"_qs, said, Path("base0.mdb")})
+                QVERIFY2(told.contains(part), qPrintable(told));
+            QCOMPARE(Has("base0.mdb"), !content.isNull());
+            QVERIFY(Content("base0.mdb") == content);
+        }
     }
 
     void ALockedDatabaseIsToldAndWaitedFor()
     {
-        desk_->Furnish(3);
+        Furnish(3);
         {
-            RawDatabase other(desk_->Path(u"base0.mdb"_qs));
+            RawDatabase other(Path("base0.mdb"));
             QVERIFY(other.Run("BEGIN EXCLUSIVE"));
-            QVERIFY(desk_->Load());
-            const QStringList told = desk_->Told();
-            QCOMPARE(told.size(), 1);
-            QVERIFY2(told.first().contains(u"en uso por otro programa"_qs), qPrintable(told.first()));
+            QVERIFY(Load());
+            QCOMPARE(dialogs.shown.size(), 1);
+            QVERIFY(Said().contains(u"en uso por otro programa"_qs));
         }
-        desk_->Show();
-        desk_->Advance(1000);
-        QCOMPARE(desk_->Told(), QStringList());
+        Show();
+        Advance(1000);
+        QCOMPARE(Said(), QString());
         QCOMPARE(RowsShown(), 3);
     }
 };

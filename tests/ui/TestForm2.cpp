@@ -1,205 +1,225 @@
 // SPDX-FileCopyrightText: 2026 The Tordillo Compact authors
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Desk.h"
-#include "support/TestRegistry.h"
-#include "ui/Form1_Main.h"
 #include "ui/Theme.h"
 
 #include <QCheckBox>
 #include <QPushButton>
 #include <QSignalSpy>
-#include <QTest>
 #include <QToolButton>
 
 // The settings: bound live, saved by both ways out, and by no other.
-class TestForm2 : public QObject {
+class TestForm2 : public DeskTest {
     Q_OBJECT
-
-    std::unique_ptr<Desk> desk_;
 
     void InSettings(const std::function<void()> &act)
     {
-        desk_->InModal([&] { desk_->Menu("conf"); }, act);
+        InModal([&] { Menu("conf"); }, act);
     }
     QString Saved(const QByteArray &key) const
     {
-        for (const QByteArray &line : desk_->Content(u"config.ini"_qs).split('\r'))
+        for (const QByteArray &line : Content("config.ini").split('\r'))
             if (line.trimmed().startsWith(key))
                 return QString::fromLatin1(line.trimmed().mid(9));
         return u"(no such line)"_qs;
-    }
-    QString OnMain(const QString &name) const
-    {
-        return desk_->Main().findChild<QWidget *>(name)->property("text").toString();
     }
 
 private Q_SLOTS:
     void init()
     {
-        desk_ = std::make_unique<Desk>();
-        desk_->Furnish();
-        desk_->Start();
+        DeskTest::init();
+        Begin();
     }
-    void cleanup() { desk_.reset(); }
-
     void EveryControlIsBoundAndSurvivesTheFile()
     {
         Configuration expected;
-        const QString audio = desk_->Path(QString(u"audio/"_qs + QString(300, u'a') + u".mp3"_qs));
-        desk_->dialogs.files = {audio};
+        const QString audio = Path(QString(u"audio/"_qs + QString(300, u'a') + u".mp3"_qs));
+        dialogs.files = {audio};
         InSettings([&] {
-            const QHash<QString, QString Configuration::*> fields{{u"Text1"_qs, &Configuration::Estacion},
-                {u"Text2"_qs, &Configuration::Operador}, {u"Text3"_qs, &Configuration::DiferUTC},
-                {u"Text4"_qs, &Configuration::GridLoca}, {u"user_lda"_qs, &Configuration::UserLdA},
-                {u"pass_lda"_qs, &Configuration::PassLdA}, {u"Text5"_qs, &Configuration::HAMQuser},
-                {u"Text6"_qs, &Configuration::HAMQpass}, {u"Text8"_qs, &Configuration::LDAQuser},
-                {u"Text7"_qs, &Configuration::LDAQpass}, {u"Text9"_qs, &Configuration::eQSLuser},
-                {u"Text10"_qs, &Configuration::eQSLpass}};
-            const QHash<QString, QString> values{{u"Text1"_qs, u"CX1AA/P"_qs}, {u"Text2"_qs, u"CX2AA"_qs},
-                {u"Text3"_qs, u"-5"_qs}, {u"Text4"_qs, u"GF15XX"_qs}};
-            for (auto field = fields.begin(); field != fields.end(); ++field) {
-                const QString value = values.value(field.key(), QString(u"clave ñ de "_qs + field.key()));
-                desk_->Fill(field.key(), value.toLower());
-                expected.*field.value() = values.contains(field.key()) ? value : value.toLower();
+            using C = Configuration;
+            // What is typed in small letters; calls and grid come out in capitals, the rest stays.
+            const std::tuple<Words, QString C::*, QString> fields[] = {{"Text1", &C::Estacion, u"CX1AA/P"_qs},
+                {"Text2", &C::Operador, u"CX2AA"_qs}, {"Text3", &C::DiferUTC, u"-5"_qs},
+                {"Text4", &C::GridLoca, u"GF15XX"_qs}, {"user_lda", &C::UserLdA, u"clave ñ 1"_qs},
+                {"pass_lda", &C::PassLdA, u"clave ñ 2"_qs}, {"Text5", &C::HAMQuser, u"clave ñ 3"_qs},
+                {"Text6", &C::HAMQpass, u"clave ñ 4"_qs}, {"Text8", &C::LDAQuser, u"clave ñ 5"_qs},
+                {"Text7", &C::LDAQpass, u"clave ñ 6"_qs}, {"Text9", &C::eQSLuser, u"clave ñ 7"_qs},
+                {"Text10", &C::eQSLpass, u"clave ñ 8"_qs}};
+            for (const auto &[control, field, value] : fields) {
+                Fill(control, value.toLower());
+                expected.*field = value;
             }
-            desk_->Choose(u"Combo1"_qs, u"200"_qs);
-            desk_->Choose(u"Combo2"_qs, u"500"_qs);
-            desk_->Click(u"Check1"_qs);
-            desk_->Click(u"panta"_qs);
-            desk_->Click(u"RTS"_qs);
-            desk_->Click(u"Command5"_qs);
-            QCOMPARE(desk_->Text(u"Label6"_qs), audio);
-            desk_->Click(u"Command2"_qs); // Cancelar undoes nothing
+            Choose("Combo1", "200");
+            Choose("Combo2", "500");
+            Click("Check1");
+            Click("panta");
+            Click("RTS");
+            Click("Command5");
+            QCOMPARE(Text("Label6"), audio);
+            Click("Command2"); // Cancelar undoes nothing
         });
         expected.TAntes = u"200"_qs;
         expected.TDespues = u"500"_qs;
         expected.BuscaE = expected.Pantalla = expected.PinPTT = true;
         expected.ArcAudio = audio;
         expected.LogenUso = u"Log inicial"_qs;
-        expected.LDAQ_web = desk_->OpenLogbook().configuration.LDAQ_web;
-        QCOMPARE(desk_->dialogs.shown.value(0).text, u"Abrir Archivo de Audio ..."_qs);
+        expected.LDAQ_web = OpenLogbook().configuration.LDAQ_web;
+        QCOMPARE(dialogs.shown.value(0).text, u"Abrir Archivo de Audio ..."_qs);
         const QString log = expected.LogenUso;
-        QCOMPARE(ConfigLines(desk_->OpenLogbook().configuration, log), ConfigLines(expected, log));
+        QCOMPARE(ConfigLines(OpenLogbook().configuration, log), ConfigLines(expected, log));
         ApplyWindowTheme(Theme::Light);
-        desk_->Start();
-        QCOMPARE(ConfigLines(desk_->OpenLogbook().configuration, log), ConfigLines(expected, log));
+        Start();
+        QCOMPARE(ConfigLines(OpenLogbook().configuration, log), ConfigLines(expected, log));
         QCOMPARE(CurrentTheme(), Theme::Dark);
     }
 
     void WhatIsTypedHoldsAtOnceButTheCaptionsWaitForTheSaving()
     {
-        QCOMPARE(OnMain(u"Hora"_qs), u"00:15"_qs);
+        QCOMPARE(OnMain("Hora"), u"00:15"_qs);
         InSettings([&] {
-            desk_->Fill(u"Text3"_qs, u"-5"_qs);
-            desk_->Fill(u"Text1"_qs, u"cx1aa"_qs);
-            desk_->Fill(u"Text4"_qs, u"gf15xx"_qs);
-            desk_->Advance(1000);
-            QCOMPARE(desk_->Focus(), u"Text4"_qs);
-            QCOMPARE(OnMain(u"Hora"_qs), u"02:15"_qs);
-            QCOMPARE(OnMain(u"Label2"_qs), u"LU9ZZZ"_qs);
-            desk_->Click(u"Command1"_qs);
+            Fill("Text3", "-5");
+            Fill("Text1", "cx1aa");
+            Fill("Text4", "gf15xx");
+            Advance(1000);
+            QCOMPARE(Focus(), u"Text4"_qs);
+            QCOMPARE(OnMain("Hora"), u"02:15"_qs);
+            QCOMPARE(OnMain("Label2"), u"LU9ZZZ"_qs);
+            Click("Command1");
         });
-        const QStringList captions{OnMain(u"Label2"_qs), OnMain(u"Label3"_qs), OnMain(u"Label8"_qs)};
-        QCOMPARE(captions, QStringList({u"CX1AA"_qs, u"LU1AAA"_qs, u"GF15XX"_qs}));
+        QCOMPARE(Texts("Label2 Label3 Label8"), u"CX1AA|LU1AAA|GF15XX"_qs);
         QCOMPARE(Saved("Estacion="), u"CX1AA"_qs);
-        QCOMPARE(desk_->Focus(), u"Corresponsal"_qs);
+        QCOMPARE(Focus(), u"Corresponsal"_qs);
     }
 
-    void BadCallsKeepTheWindowOpen_data()
-    {
-        QTest::addColumn<QString>("field");
-        QTest::addColumn<QString>("typed");
-        QTest::addColumn<QString>("told");
-        QTest::newRow("no station") << u"Text1"_qs << QString()
-                                    << u"!La Señal Distintiva de la Estación es obligatiria!"_qs;
-        QTest::newRow("operator") << u"Text2"_qs << u"123"_qs << u"X123 no es una señal distintiva!"_qs;
-    }
     void BadCallsKeepTheWindowOpen()
     {
-        QFETCH(QString, field);
-        QFETCH(QString, typed);
-        QFETCH(QString, told);
-        const QByteArray before = desk_->Content(u"config.ini"_qs);
+        const std::tuple<Words, Words, QString, QByteArray> cases[] = {
+            {"Text1", {}, u"!La Señal Distintiva de la Estación es obligatiria!"_qs, "Estacion="},
+            {"Text2", "123", u"X123 no es una señal distintiva!"_qs, "Operador="}};
+        for (const auto &[control, bad, said, key] : cases) {
+            const QByteArray before = Content("config.ini");
+            InSettings([&, &field = control, &typed = bad, &told = said] {
+                Fill(field, typed);
+                for (const Words way : {"Command1", "Command2", "Enter"}) {
+                    Find("Text9")->setFocus();
+                    if (way == u"Enter")
+                        Hold(Qt::Key_Return, 10);
+                    else
+                        Click(way);
+                    QCOMPARE(Said(), told);
+                    QVERIFY(Front()->isVisible());
+                    QCOMPARE(Focus(), field);
+                }
+                QCOMPARE(Content("config.ini"), before);
+                Fill(field, "LU3CCC");
+                Press(Qt::Key_Return); // Enter saves, from any field
+            });
+            QCOMPARE(Said(), QString());
+            QCOMPARE(Saved(key), u"LU3CCC"_qs);
+        }
+    }
+
+    void EachOpeningReadsTheFileAnew()
+    {
+        Configure("Operador=", "LU2BBB");
+        Configure("MySOTA__=", "LUR/C-001");
         InSettings([&] {
-            desk_->Fill(field, typed);
-            for (const QString &way : {u"Command1"_qs, u"Command2"_qs, u"Enter"_qs}) {
-                desk_->Find(u"Text9"_qs)->setFocus();
-                if (way == u"Enter")
-                    desk_->Hold(Qt::Key_Return, 10);
-                else
-                    desk_->Click(way);
-                QCOMPARE(desk_->Told(), QStringList({told}));
-                QVERIFY(desk_->Front()->isVisible());
-                QCOMPARE(desk_->Focus(), field);
-            }
-            QCOMPARE(desk_->Content(u"config.ini"_qs), before);
-            desk_->Fill(field, u"LU3CCC"_qs);
-            desk_->Press(Qt::Key_Return); // Enter saves, from any field
+            QCOMPARE(Text("Text2"), u"LU2BBB"_qs);
+            Click("Command2");
         });
-        QCOMPARE(desk_->Told(), QStringList());
-        QCOMPARE(Saved(field == u"Text1" ? "Estacion=" : "Operador="), u"LU3CCC"_qs);
+        QCOMPARE(OnMain("MYSOTA"), u"LUR/C-001"_qs);
+    }
+
+    void TheOwnGridIsWholeOrEmpty()
+    {
+        InSettings([&] {
+            Fill("Text4", "g1f05"); // the "1" does not fit its place
+            QCOMPARE(Text("Text4"), u"GF05"_qs);
+            for (const int key : {Qt::Key_Tab, Qt::Key_Return}) {
+                Press(key);
+                QCOMPARE(Said() + Focus(), u"!Grilla incorrecta!Text4"_qs);
+            }
+            Fill("Text4", {});
+            Press(Qt::Key_Tab);
+            QCOMPARE(Said(), QString());
+            Click("Command1");
+        });
+        QCOMPARE(Saved("GridLoca="), QString());
+    }
+
+    void PasswordsShowWhileTheEyeIsHeld()
+    {
+        InSettings([&] {
+            const std::pair<Words, Words> eyes[] = {
+                {"Command3", "pass_lda"}, {"Image1", "Text6"}, {"Image2", "Text7"}, {"Image3", "Text10"}};
+            for (const auto &[eye, field] : eyes) {
+                auto *line = Find<QLineEdit>(field);
+                line->setText(u"abc"_qs);
+                const QString dots = line->displayText();
+                QVERIFY(!dots.contains(u'a'));
+                QTest::mousePress(Find(eye), Qt::LeftButton);
+                QCOMPARE(line->displayText(), u"abc"_qs);
+                QTest::mouseRelease(Find(eye), Qt::LeftButton);
+                QCOMPARE(line->displayText(), dots);
+            }
+            Click("Command1");
+        });
     }
 
     void OnlyTheTwoButtonsLeaveIt()
     {
         InSettings([&] {
-            desk_->Front()->close();
-            desk_->Press(Qt::Key_Escape);
-            QVERIFY(desk_->Front()->isVisible());
-            QCOMPARE(desk_->Front()->objectName(), u"Form2"_qs);
-            desk_->Click(u"Command1"_qs);
+            Front()->close();
+            Press(Qt::Key_Escape);
+            QVERIFY(Front()->isVisible());
+            QCOMPARE(Front()->objectName(), u"Form2"_qs);
+            Click("Command1");
         });
-        QVERIFY(!desk_->ended);
+        QVERIFY(!ended);
     }
 
     void OneOfTheTwoLinesIsAlwaysTicked()
     {
         InSettings([&] {
-            const auto ticked = [&] {
-                QStringList names;
-                for (const QString &line : {u"RTS"_qs, u"DTR"_qs})
-                    if (desk_->Find<QCheckBox>(line)->isChecked())
-                        names << line;
-                return names.join(u'+');
-            };
-            QStringList states{ticked()};
-            for (const QString &line : {u"RTS"_qs, u"RTS"_qs, u"DTR"_qs, u"DTR"_qs}) {
-                desk_->Click(line);
+            const auto ticked = [&] { return Ticked("RTS") * 10 + Ticked("DTR"); };
+            QList<int> states{ticked()};
+            for (const Words line : {"RTS", "RTS", "DTR", "DTR"}) {
+                Click(line);
                 states << ticked();
             }
-            QCOMPARE(states, QStringList({u"DTR"_qs, u"RTS"_qs, u"DTR"_qs, u"RTS"_qs, u"DTR"_qs}));
-            desk_->Click(u"Command1"_qs);
+            QCOMPARE(states, QList<int>({1, 10, 1, 10, 1}));
+            Click("Command1");
         });
         QCOMPARE(Saved("PinPTT  ="), u"0"_qs);
     }
 
     void AFileThatCannotBeWrittenIsToldAndTheSettingsHoldForThisRun()
     {
-        const QByteArray before = desk_->Content(u"config.ini"_qs);
+        const QByteArray before = Content("config.ini");
         InSettings([&] {
-            desk_->Fill(u"Text3"_qs, u"-5"_qs);
-            desk_->unwritable = QStringList{u"config.ini"_qs};
-            desk_->Click(u"Command1"_qs);
+            Fill("Text3", "-5");
+            unwritable = QStringList{u"config.ini"_qs};
+            Click("Command1");
         });
-        const QStringList told = desk_->Told();
-        QCOMPARE(told.size(), 1);
-        QVERIFY(told.first().startsWith(u'X') && told.first().contains(desk_->Path(u"config.ini"_qs)));
-        QCOMPARE(desk_->Content(u"config.ini"_qs), before);
-        desk_->Advance(1000);
-        QCOMPARE(OnMain(u"Hora"_qs), u"02:15"_qs);
+        QCOMPARE(dialogs.shown.size(), 1);
+        const QString told = Said();
+        QVERIFY(told.startsWith(u'X') && told.contains(Path("config.ini")));
+        QCOMPARE(Content("config.ini"), before);
+        Advance(1000);
+        QCOMPARE(OnMain("Hora"), u"02:15"_qs);
     }
 
     void SavingStartsTheOneShotTimerCancellingStopsIt()
     {
-        QSignalSpy clicked(desk_->Main().findChild<QPushButton *>(u"Command9"_qs), &QPushButton::clicked);
-        desk_->Advance(60000);
+        QSignalSpy clicked(Main().findChild<QPushButton *>(u"Command9"_qs), &QPushButton::clicked);
+        Advance(60000);
         QCOMPARE(clicked.count(), 1); // of the start
-        InSettings([&] { desk_->Click(u"Command1"_qs); });
-        desk_->Advance(60000);
+        InSettings([&] { Click("Command1"); });
+        Advance(60000);
         QCOMPARE(clicked.count(), 2);
-        InSettings([&] { desk_->Click(u"Command1"_qs); });
-        InSettings([&] { desk_->Click(u"Command2"_qs); });
-        desk_->Advance(60000);
+        InSettings([&] { Click("Command1"); });
+        InSettings([&] { Click("Command2"); });
+        Advance(60000);
         QCOMPARE(clicked.count(), 2);
     }
 };

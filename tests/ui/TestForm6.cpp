@@ -1,74 +1,44 @@
 // SPDX-FileCopyrightText: 2026 The Tordillo Compact authors
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Desk.h"
-#include "support/RawDatabase.h"
-#include "support/TestRegistry.h"
-#include "ui/Form1_Main.h"
 
-#include <QAbstractButton>
 #include <QHeaderView>
-#include <QTest>
-#include <QTimer>
 #include <QTreeView>
 
 // The search window over the open log.
-class TestForm6 : public QObject {
+class TestForm6 : public DeskTest {
     Q_OBJECT
 
-    std::unique_ptr<Desk> desk_;
-
-    void InSearch(const std::function<void()> &act)
+    void InSearch(const std::function<void()> &act) { InWindow("eadif", act); }
+    // A column of the list, by blanks; the calls if none is told.
+    QString Listed(int column = 2) const { return Cells("ListView2", column).replace(u'|', u' '); }
+    void SortByCall() const { ClickTitle("ListView2", 2); }
+    QString Target() const { return Path("salida.adi"); }
+    // The file's records, each from its call on.
+    QList<QByteArray> Records() const
     {
-        desk_->InModal([&] { desk_->Menu("eadif"); },
-            [&] {
-                desk_->Advance(0); // the list is filled when the window stands
-                act();
-                desk_->Front()->close();
-            });
+        QList<QByteArray> records;
+        for (const QByteArray &line : Content("salida.adi").split('\n'))
+            if (line.contains("<EOR>"))
+                records << line.mid(line.indexOf("<CALL:")).trimmed();
+        return records;
     }
-    QTreeView *List() const { return desk_->Find<QTreeView>(u"ListView2"_qs); }
-    QString Column(int column) const
+    void Export(bool remarksAsMessage = false)
     {
-        QStringList cells;
-        for (int row = 0; row < List()->model()->rowCount(); ++row)
-            cells << List()->model()->index(row, column).data().toString();
-        return cells.join(u' ');
-    }
-    void ClickTitle(int column) const
-    {
-        QHeaderView *header = List()->header();
-        const QPoint place(header->sectionViewportPosition(column) + 8, header->height() / 2);
-        QTest::mouseClick(header->viewport(), Qt::LeftButton, {}, place);
-    }
-    QString Enabled(const QStringList &names) const
-    {
-        QString enabled;
-        for (const QString &name : names)
-            enabled += desk_->Find(name)->isEnabled() ? u'+' : u'-';
-        return enabled;
-    }
-    void StoreMany(int count) const
-    {
-        QVERIFY(
-            RawDatabase(desk_->Path(u"base0.mdb"_qs))
-                .Run("WITH RECURSIVE c(n) AS (SELECT 1 UNION ALL SELECT n+1 FROM c WHERE n<" + QByteArray::number(count)
-                    + ") INSERT INTO Tabla1 (Modo, \"Nombre Log\", Estacion, Fecha, Hora) "
-                      "SELECT 'CW', 'Log inicial', 'LU'||n, '2025-01-01', time(n, 'unixepoch') FROM c"));
+        dialogs.answers.prepend(remarksAsMessage);
+        dialogs.files << Target();
+        Click("Command1");
     }
 
 private Q_SLOTS:
-    void init() { desk_ = std::make_unique<Desk>(); }
-    void cleanup() { desk_.reset(); }
-
     void TheWholeLogIsListedFirst()
     {
-        desk_->Furnish(3);
-        desk_->Start();
+        Begin(3);
         InSearch([&] {
-            QCOMPARE(desk_->Front()->windowTitle(), u"Exportar ..."_qs);
-            QCOMPARE(Column(0) + u' ' + Column(2), u"1 2 3 CX3A CX2A CX1A"_qs);
-            QCOMPARE(desk_->Text(u"Label6"_qs), u"3"_qs);
-            QCOMPARE(desk_->Text(u"Label7"_qs),
+            QCOMPARE(Front()->windowTitle(), u"Exportar ..."_qs);
+            QCOMPARE(Listed(0) + u' ' + Listed(), u"1 2 3 CX3A CX2A CX1A"_qs);
+            QCOMPARE(Text("Label6"), u"3"_qs);
+            QCOMPARE(Text("Label7"),
                 u"SELECT * FROM Tabla1 WHERE [Modo]<>'' and [Nombre Log]='Log inicial' "
                 "ORDER BY [Fecha] DESC, [Hora] DESC"_qs);
         });
@@ -76,159 +46,191 @@ private Q_SLOTS:
 
     void EveryControlFilters()
     {
-        desk_->Furnish(3);
-        QsoRow park = Desk::SampleQso(4), summit = Desk::SampleQso(5);
-        park.Operador = u"LU7A"_qs;
-        park.IOTA = park.POTA = u"AR-1"_qs;
-        summit.MyCall = u"LU8AAA"_qs;
-        summit.Obs = u"un Ñandú"_qs;
-        summit.SOTA = summit.MYSOTA = u"LUD/DA-001"_qs;
-        summit.Nombre_Sat = u"AO-7"_qs;
-        park.Fecha = summit.Fecha = u"2026-01-02"_qs;
-        desk_->Store({park, summit});
-        desk_->Start();
+        Furnish(3);
+        Store({RowOf(u"Operador=LU7A;IOTA=AR-1;POTA=AR-1;Fecha=2026-01-02"_qs, SampleQso(4)),
+            RowOf(u"MyCall=LU8AAA;Obs=un Ñandú;SOTA=LUD/DA-001;MYSOTA=LUD/DA-001;Nombre_Sat=AO-7;Fecha=2026-01-02"_qs,
+                SampleQso(5))});
+        Start();
         struct Filter {
-            QString control, typed, found; // nothing typed: the control is clicked
+            Words control, typed, found; // nothing typed: the control is clicked
         };
-        const Filter filters[] = {{u"Text1"_qs, u"02/01/2026"_qs, u"CX5A CX4A"_qs},
-            {u"Text2"_qs, u"01/01/2026x"_qs, u"CX3A CX2A CX1A"_qs}, {u"Text3"_qs, u"lu8-*"_qs, u"CX5A"_qs},
-            {u"Text4"_qs, u"lu7?"_qs, u"CX4A"_qs}, {u"Text6"_qs, u"cw"_qs, u"CX4A CX2A"_qs},
-            {u"Text7"_qs, u"20m"_qs, u"CX3A"_qs}, {u"Text8"_qs, u"ñandú"_qs, u"CX5A"_qs}, {u"POTA"_qs, {}, u"CX4A"_qs},
-            {u"IOTA"_qs, {}, u"CX4A"_qs}, {u"SOTA"_qs, {}, u"CX5A"_qs}, {u"MYSOTA"_qs, {}, u"CX5A"_qs},
-            {u"Check1"_qs, {}, u"CX5A"_qs}, {u"Check2"_qs, {}, {}}};
+        const Filter filters[] = {{"Text1", "02/01/2026", "CX5A CX4A"}, {"Text2", "01/01/2026x", "CX3A CX2A CX1A"},
+            {"Text3", "lu8-*", "CX5A"}, {"Text4", "lu7?", "CX4A"}, {"Text5", "c-x4 a", "CX4A"},
+            {"Text6", "cw", "CX4A CX2A"}, {"S2S", {}, "CX5A"}, {"P2P", {}, "CX4A"}, {"Text7", "20m", "CX3A"},
+            {"Text8", "ñandú", "CX5A"}, {"POTA", {}, "CX4A"}, {"IOTA", {}, "CX4A"}, {"SOTA", {}, "CX5A"},
+            {"MYSOTA", {}, "CX5A"}, {"Check1", {}, "CX5A"}, {"Check2", {}, {}}};
         InSearch([&] {
             for (const auto &[control, typed, found] : filters) {
                 if (typed.isEmpty())
-                    desk_->Click(control);
+                    Click(control);
                 else
-                    desk_->Fill(control, typed);
-                desk_->Press(Qt::Key_Return);
-                QVERIFY2(Column(2) == found, qPrintable(control));
-                desk_->Click(u"Command4"_qs);
-                QCOMPARE(Column(0), u"1 2 3 4 5"_qs);
+                    Fill(control, typed);
+                Press(Qt::Key_Return);
+                QVERIFY2(Listed() == found, qPrintable(control));
+                Click("Command4");
+                QCOMPARE(Listed(0), u"1 2 3 4 5"_qs);
             }
         });
-        QCOMPARE(desk_->Told(), QStringList());
+        QCOMPARE(Said(), QString());
     }
 
     void OptionsActUnderTheirTick()
     {
-        desk_->Furnish(1);
-        QList<QsoRow> rows;
-        for (int state = 0; state < 3; ++state) {
-            rows << Desk::SampleQso(state + 2);
-            rows.last().Estacion = u"LU%1ABC"_qs.arg(state + 1);
-            rows.last().LdA = QString::number(state);
-        }
-        desk_->Store(rows);
-        desk_->Start();
-        const QStringList options{u"Option1"_qs, u"Option2"_qs, u"Option3"_qs, u"Option4"_qs};
+        Furnish(1);
+        for (int state = 0; state < 3; ++state)
+            Store({RowOf(u"Estacion=LU%1ABC;LdA=%2"_qs.arg(state + 1).arg(state), SampleQso(state + 2))});
+        Start();
+        const Words options = "Option1 Option2 Option3 Option4";
         InSearch([&] {
             QCOMPARE(Enabled(options), u"----"_qs);
-            QVERIFY(!desk_->Find(u"Image1"_qs)->isVisible());
-            desk_->Click(u"Check2"_qs);
+            QVERIFY(!Find("Image1")->isVisible());
+            Click("Check2");
             QCOMPARE(Enabled(options), u"++++"_qs);
-            QVERIFY(desk_->Find(u"Image1"_qs)->isVisible());
+            QVERIFY(Find("Image1")->isVisible());
             const QStringList found{u"LU1ABC"_qs, u"LU2ABC"_qs, u"LU2ABC"_qs, u"LU3ABC LU2ABC LU1ABC"_qs};
-            for (int i = 0; i < options.size(); ++i) {
-                desk_->Find<QAbstractButton>(options[i])->click();
-                desk_->Press(Qt::Key_Return);
-                QCOMPARE(Column(2), found[i]);
+            for (int i = 0; i < found.size(); ++i) {
+                Find<QAbstractButton>(options.section(u' ', i, i))->click();
+                Press(Qt::Key_Return);
+                QCOMPARE(Listed(), found[i]);
             }
+        });
+    }
+
+    void AnEmptyLogIsTold()
+    {
+        Begin();
+        Menu("eadif");
+        QCOMPARE(Said(), u"!No Hay QSOs para Buscar!"_qs);
+    }
+
+    void TitlesSort()
+    {
+        Begin(7);
+        InSearch([&] {
+            SortByCall();
+            QCOMPARE(Listed() + Listed(0), u"CX1A CX2A CX3A CX4A CX5A CX6A CX7A7 6 5 4 3 2 1"_qs);
+            ClickTitle("ListView2", 5); // the direction turns over at each click
+            QCOMPARE(Listed(), u"CX1A CX3A CX5A CX7A CX2A CX4A CX6A"_qs);
+            ClickTitle("ListView2", 1); // "ID" sorts by the band
+            QCOMPARE(Listed(), u"CX3A CX6A CX1A CX5A CX7A CX2A CX4A"_qs);
         });
     }
 
     void BadDatesAndBands()
     {
-        desk_->Furnish(2);
-        desk_->Start();
+        Begin(2);
         InSearch([&] {
             for (const QString &date : {u"Text1"_qs, u"Text2"_qs}) {
-                desk_->Fill(date, u"31/02/2026"_qs);
-                desk_->Press(Qt::Key_Return);
-                QCOMPARE(desk_->Told(), QStringList({u"!31/02/2026\nformato de fecha no válido!"_qs}));
-                QCOMPARE(desk_->Focus(), date);
-                QCOMPARE(desk_->Text(u"Label6"_qs) + Enabled({u"Command1"_qs, u"Command3"_qs}), u"0-+"_qs);
-                desk_->Press(Qt::Key_Tab);
+                Fill(date, u"31/02/2026"_qs);
+                Press(Qt::Key_Return);
+                QCOMPARE(Said(), u"!31/02/2026\nformato de fecha no válido!"_qs);
+                QCOMPARE(Focus(), date);
+                QCOMPARE(Text("Label6") + Enabled("Command1 Command3"), u"0-+"_qs);
+                Press(Qt::Key_Tab);
                 QCoreApplication::processEvents();
-                QCOMPARE(desk_->Told(), QStringList({u"!Error en el formato de fecha!"_qs}));
-                desk_->Fill(date, {});
+                QCOMPARE(Said(), u"!Error en el formato de fecha!"_qs);
+                Fill(date, {});
             }
         });
     }
 
     void ARowIsEditedAndDeletedInItsPlace()
     {
-        desk_->Furnish(4);
-        desk_->Start();
+        Begin(4);
         InSearch([&] {
-            ClickTitle(2);
-            desk_->InModal([&] { desk_->DoubleClick(u"ListView2"_qs, 1); },
+            SortByCall();
+            InModal([&] { DoubleClick("ListView2", 1); },
                 [&] {
-                    QCOMPARE(desk_->Text(u"Text2"_qs), u"CX2A"_qs);
-                    desk_->Fill(u"Text2"_qs, u"zz9"_qs);
-                    desk_->Click(u"Command1"_qs);
+                    QCOMPARE(Text("Text2"), u"CX2A"_qs);
+                    Fill("Text2", "zz9");
+                    Click("Command1");
                 });
-            QCOMPARE(Column(2), u"CX1A ZZ9 CX3A CX4A"_qs);
-            desk_->dialogs.answers = QList<bool>{true};
-            desk_->InModal([&] { desk_->DoubleClick(u"ListView2"_qs, 2); }, [&] { desk_->Click(u"Command2"_qs); });
-            QCOMPARE(Column(2) + u' ' + Column(0) + desk_->Text(u"Label6"_qs), u"CX1A ZZ9 CX4A 4 3 13"_qs);
-            QVERIFY(RawDatabase(desk_->Path(u"base0.mdb"_qs)).Run("DELETE FROM Tabla1 WHERE Estacion='CX4A'"));
-            QCOMPARE(desk_->Told().size(), 1); // the question
-            desk_->DoubleClick(u"ListView2"_qs, 2);
-            QCOMPARE(desk_->Told(), QStringList({u"!El QSO ya no está en el log: otro programa lo borró."_qs}));
-            QCOMPARE(Column(2), u"CX1A ZZ9"_qs);
+            QCOMPARE(Listed(), u"CX1A ZZ9 CX3A CX4A"_qs);
+            dialogs.answers << true;
+            InModal([&] { DoubleClick("ListView2", 2); }, [&] { Click("Command2"); });
+            QCOMPARE(Listed() + u' ' + Listed(0) + Text("Label6"), u"CX1A ZZ9 CX4A 4 3 13"_qs);
+            Sql("DELETE FROM Tabla1 WHERE Estacion='CX4A'");
+            QCOMPARE(Told().size(), 1); // the question
+            DoubleClick("ListView2", 2);
+            QCOMPARE(Said(), u"!El QSO ya no está en el log: otro programa lo borró."_qs);
+            QCOMPARE(Listed(), u"CX1A ZZ9"_qs);
         });
-        QCOMPARE(desk_->Text(u"Label6"_qs), u"Log: Log inicial, con 2 QSOs"_qs); // read again at the closing
+        QCOMPARE(Text("Label6"), u"Log: Log inicial, con 2 QSOs"_qs); // read again at the closing
     }
-
-    // --- A long fill
 
     void TheWindowLivesWhileItFills()
     {
-        desk_->Furnish(1);
+        Furnish(1);
         StoreMany(60000);
-        desk_->Start();
-        desk_->InModal([&] { desk_->Menu("eadif"); },
+        Start();
+        InModal([&] { Menu("eadif"); },
             [&] {
                 QString during;
-                QTimer::singleShot(0, desk_->Front(), [&] {
-                    during = desk_->Text(u"Label6"_qs)
-                        + Enabled({u"Command1"_qs, u"Command3"_qs, u"Command4"_qs, u"Command6"_qs, u"Command8"_qs})
-                        + (desk_->Find(u"Label13"_qs)->isVisible() ? u"+" : u"-")
-                        + (desk_->Find(u"ProgressBar2"_qs)->isVisible() ? u"+" : u"-");
-                    desk_->Type(u"cx1a"_qs);
-                    desk_->Press(Qt::Key_Return); // is busy
-                    desk_->Press(Qt::Key_Escape);
+                QTimer::singleShot(0, Front(), [&] {
+                    during = Text("Label6") + Enabled("Command1 Command3 Command4 Command6 Command8");
+                    QVERIFY(Find("Label13")->isVisible() && Find("ProgressBar2")->isVisible());
+                    Type("cx1a");
+                    Press(Qt::Key_Return); // is busy
+                    Press(Qt::Key_Escape);
                 });
-                desk_->Advance(0);
-                QCOMPARE(during, u"?-----++"_qs);
-                const int shown = desk_->Text(u"Label6"_qs).toInt();
-                QVERIFY2(shown > 0 && shown < 60001, qPrintable(desk_->Text(u"Label6"_qs)));
-                QCOMPARE(List()->model()->rowCount(), shown);
-                QCOMPARE(desk_->Text(u"Text5"_qs), u"CX1A"_qs); // no key was lost
-                desk_->Press(Qt::Key_Return);
-                QCOMPARE(Column(2), u"CX1A"_qs);
-                desk_->Front()->close();
+                Advance(0);
+                QCOMPARE(during, u"?-----"_qs);
+                const int shown = Text("Label6").toInt();
+                QVERIFY2(shown > 0 && shown < 60001, qPrintable(Text("Label6")));
+                QCOMPARE(Find<QTreeView>("ListView2")->model()->rowCount(), shown);
+                QCOMPARE(Text("Text5"), u"CX1A"_qs); // no key was lost
+                Press(Qt::Key_Return);
+                QCOMPARE(Listed(), u"CX1A"_qs);
+                Front()->close();
             });
-        InSearch([&] { QCOMPARE(desk_->Text(u"Label6"_qs), u"60001"_qs); });
-        QCOMPARE(desk_->Told(), QStringList());
+        InSearch([&] { QCOMPARE(Text("Label6"), u"60001"_qs); });
+        QCOMPARE(Said(), QString());
     }
 
     void ADatabaseThatFailsIsToldOnce()
     {
-        desk_->Furnish(3);
-        desk_->Start();
+        Begin(3);
         InSearch([&] {
-            QVERIFY(QFile::rename(desk_->Path(u"base0.mdb"_qs), desk_->Path(u"x"_qs)));
-            desk_->Press(Qt::Key_Return);
-            QCOMPARE(desk_->Told().size(), 1);
-            QCOMPARE(desk_->Text(u"Label6"_qs), u"0"_qs);
-            QVERIFY(QFile::rename(desk_->Path(u"x"_qs), desk_->Path(u"base0.mdb"_qs)));
-            desk_->Press(Qt::Key_Return);
-            QCOMPARE(Column(2), u"CX3A CX2A CX1A"_qs);
+            TakeBase();
+            Press(Qt::Key_Return);
+            QCOMPARE(Told().size(), 1);
+            QCOMPARE(Text("Label6"), u"0"_qs);
+            BringBase();
+            Press(Qt::Key_Return);
+            QCOMPARE(Listed(), u"CX3A CX2A CX1A"_qs);
         });
-        QCOMPARE(desk_->Told(), QStringList());
+        QCOMPARE(Said(), QString());
+    }
+
+    void TheRowsAreWrittenInTheirOrder()
+    {
+        Furnish(3);
+        Store({RowOf(u"Obs=TNX ñ;Frecuencia=7,090;Nombre_Sat= AO-7 "_qs, SampleQso(4)), SampleQso(5)});
+        Start();
+        InSearch([&] {
+            Put("Text7", "40m");
+            Press(Qt::Key_Return);
+            SortByCall();
+            Sql("DELETE FROM Tabla1 WHERE Estacion='CX2A'"); // what went meanwhile is left out
+            Export(true);
+            const QList<RecordingDialogs::Shown> shown = dialogs.shown;
+            QCOMPARE(Said(),
+                u"?Desea usar el campo COMMENT como QSLMSG?|-Exportar a ADIF ...|!"_qs + Target()
+                    + u"\nGuardado!\n\nDesea verlo?");
+            QVERIFY(shown[0].preset == Dialogs::Button::Yes && shown[2].preset == Dialogs::Button::No);
+            QCOMPARE(shown[1].detail.section(u'|', 0, 0), u"ADIF (*.adi)"_qs);
+            QVERIFY(!form->isVisible());
+        });
+        QCOMPARE(Records().size(), 3);
+        QCOMPARE(Records()[0].first(12) + Records()[2].first(12), QByteArray("<CALL:4>CX1A<CALL:4>CX5A"));
+        QCOMPARE(Records()[1],
+            QByteArray(
+                "<CALL:4>CX4A<MODE:2>CW<BAND:3>40m<FREQ:5>7.090<QSO_DATE:8>20260101<TIME_ON:4>0004<RST_SENT:3>599"
+                "<RST_RCVD:3>599<PROP_MODE:3>SAT<SAT_NAME:4>AO-7<BAND_RX:2>2m<OPERATOR:6>LU1AAA"
+                "<COMMENT:5>TNX \xF1")
+                + "<QSLMSG:5>TNX \xF1<EOR>");
+        const QByteArray content = Content("salida.adi");
+        QVERIFY(content.startsWith("<PROGRAMID:17>Tordillo Compacto\r\n") && content.endsWith("<EOR>\r\n<EOF>\r\n"));
     }
 };
 

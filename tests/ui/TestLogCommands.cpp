@@ -1,100 +1,78 @@
 // SPDX-FileCopyrightText: 2026 The Tordillo Compact authors
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Desk.h"
-#include "core/QsoTable.h"
-#include "support/RawDatabase.h"
-#include "support/TestRegistry.h"
-#include "ui/Form1_Main.h"
-
-#include <QAction>
-#include <QDir>
-#include <QLabel>
-#include <QListWidget>
-#include <QMenuBar>
-#include <QTest>
 
 // The menu "Archivo" and the copy of the database, over several logs.
-class TestLogCommands : public QObject {
+class TestLogCommands : public DeskTest {
     Q_OBJECT
-
-    std::unique_ptr<Desk> desk_;
 
     void AddQsos(const QString &log, int count) const
     {
         QList<QsoRow> rows;
-        for (int i = 1; i <= count; ++i) {
-            rows << Desk::SampleQso(i);
-            rows.last().NombreLog = log;
-        }
-        desk_->Store(rows);
+        for (int i = 1; i <= count; ++i)
+            rows << RowOf(u"NombreLog="_qs + log, SampleQso(i));
+        Store(rows);
     }
-    QString Caption() const { return desk_->Text(u"Label6"_qs); }
+    QString Caption() const { return Text("Label6"); }
     bool Configured(const QByteArray &log) const
     {
-        return desk_->Content(u"config.ini"_qs).contains(QByteArray("LogenUso=" + log + "\r\n"));
+        return Content("config.ini").contains(QByteArray("LogenUso=" + log + "\r\n"));
     }
-    QStringList New(const QStringList &answers) const
+    QStringList New(const QStringList &answers)
     {
-        desk_->dialogs.inputs.clear();
+        dialogs.inputs.clear();
         for (const QString &answer : answers)
-            desk_->dialogs.inputs << answer;
-        desk_->Menu("nuevo");
-        return desk_->Told();
+            dialogs.inputs << answer;
+        Menu("nuevo");
+        return Told();
     }
     QString Logs() const
     {
-        return RawDatabase(desk_->Path(u"base0.mdb"_qs))
-            .Value("SELECT group_concat(\"Nombre Log\", '|') FROM (SELECT DISTINCT \"Nombre Log\" FROM Tabla1)");
+        return Value("SELECT group_concat(\"Nombre Log\", '|') FROM (SELECT DISTINCT \"Nombre Log\" FROM Tabla1)");
     }
-    QStringList Copies() const { return QDir(desk_->Path({})).entryList({u"base0_*"_qs}, QDir::Files, QDir::Name); }
+    QStringList Copies() const { return QDir(Path({})).entryList({u"base0_*"_qs}, QDir::Files, QDir::Name); }
 
 private Q_SLOTS:
     void init()
     {
-        desk_ = std::make_unique<Desk>();
-        desk_->Furnish(2);
+        DeskTest::init();
+        Furnish(2);
     }
-    void cleanup() { desk_.reset(); }
-
     void ALogIsOpened()
     {
         AddQsos(u"Ñandú (2) 100%"_qs, 25);
         AddQsos(u"abc"_qs, 1);
-        desk_->Start();
-        const auto open = [&](const std::function<void(QListWidget *)> &act) {
-            desk_->InModal([&] { desk_->Menu("alog"); }, [&] { act(desk_->Find<QListWidget>(u"List1"_qs)); });
-            desk_->Find(u"Corresponsal"_qs)->setFocus();
+        Start();
+        const auto open = [&](const std::function<void()> &act) {
+            InWindow("alog", act);
+            Find("Corresponsal")->setFocus();
         };
-        open([&](QListWidget *list) {
-            QCOMPARE(desk_->Front()->windowTitle(), u"Abrir Log ..."_qs);
-            QStringList texts;
-            for (int row = 0; row < list->count(); ++row)
-                texts << list->item(row)->text();
-            QCOMPARE(texts.join(u'|'), u"abc (1 QSOs)|Log inicial (2 QSOs)|Ñandú (2) 100% (25 QSOs)"_qs);
-            desk_->Press(Qt::Key_Escape);
+        open([&] {
+            QCOMPARE(form->windowTitle(), u"Abrir Log ..."_qs);
+            QCOMPARE(Cells("List1", 0), u"abc (1 QSOs)|Log inicial (2 QSOs)|Ñandú (2) 100% (25 QSOs)"_qs);
+            Press(Qt::Key_Escape);
+            QVERIFY(!form->isVisible());
         });
         QCOMPARE(Caption(), u"Log: Log inicial, con 2 QSOs"_qs);
-        open([&](QListWidget *list) {
-            QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, list->visualItemRect(list->item(2)).center());
-        });
+        open([&] { ClickRow("List1", 2); });
         QCOMPARE(Caption(), u"Log: Ñandú (2) 100%, con 25 QSOs"_qs);
         QVERIFY(Configured("\xd1"
                            "and\xfa (2) 100%"));
-        QCOMPARE(desk_->Text(u"Frame1"_qs), u"Ñandú (2) 100%"_qs);
-        open([&](QListWidget *list) {
-            QCOMPARE(list->currentRow(), 2); // the open one
-            desk_->Press(Qt::Key_Home);
-            desk_->Press(Qt::Key_Return);
+        QCOMPARE(Text("Frame1"), u"Ñandú (2) 100%"_qs);
+        open([&] {
+            QCOMPARE(Find<QAbstractItemView>("List1")->currentIndex().row(), 2); // the open one
+            Press(Qt::Key_Home);
+            Press(Qt::Key_Return);
         });
-        QCOMPARE(Caption() + desk_->Text(u"txt_pagina"_qs), u"Log: abc, con 1 QSOs1"_qs);
-        desk_->Start();
+        QCOMPARE(Texts("Label6 txt_pagina"), u"Log: abc, con 1 QSOs|1"_qs);
+        Start();
         QCOMPARE(Caption(), u"Log: abc, con 1 QSOs"_qs);
-        QCOMPARE(desk_->Told(), QStringList());
+        QCOMPARE(Said(), QString());
     }
 
     void ALogIsCreated()
     {
-        desk_->Start();
+        Start();
         const QString prompt = u"-Ingrese el nombre del nuevo Log"_qs;
         QCOMPARE(New({}), QStringList({prompt})); // cancelled
         QCOMPARE(New({u"'"_qs}), QStringList({prompt}));
@@ -104,8 +82,8 @@ private Q_SLOTS:
         QCOMPARE(Caption(), u"Log: dAño, (x) \"%\", con 0 QSOs"_qs);
         QVERIFY(Configured("dA\xf1o, (x) \"%\""));
         QCOMPARE(New({u"DAÑO, (X) \"%\""_qs}).value(1), u"!El log DAÑO, (X) \"%\" ya existe!"_qs);
-        desk_->Contact(u"CX1AA"_qs);
-        desk_->Start();
+        Contact("CX1AA");
+        Start();
         QCOMPARE(Caption(), u"Log: dAño, (x) \"%\", con 1 QSOs"_qs);
         // A name that config.ini would not give back is none, whatever is wrong with it.
         for (const QString &name : {QString(101, u'ñ'), QString(300, u'a'), u"Łódź"_qs, u"mi Estacion="_qs}) {
@@ -117,14 +95,36 @@ private Q_SLOTS:
         QCOMPARE(Logs(), QString(u"dAño, (x) \"%\"|Log inicial|" + QString(100, u'ñ')));
     }
 
+    void ALogOfAnyNameIsFoundAgain()
+    {
+        for (const QString &name : {QString(300, u'ñ'), u"Łódź"_qs, u" x "_qs}) {
+            init();
+            AddQsos(name, 3); // brought by another program
+            Start();
+            InWindow("alog", [&] {
+                auto *list = Find<QAbstractItemView>("List1");
+                const auto rows = Cells("List1", 0).split(u'|');
+                list->setCurrentIndex(list->model()->index(int(rows.indexOf(name + u" (3 QSOs)")), 0));
+                Press(Qt::Key_Return);
+            });
+            const QString caption = u"Log: %1, con 3 QSOs"_qs.arg(name);
+            QCOMPARE(Caption(), caption);
+            Start();
+            QCOMPARE(Caption(), caption);
+            Contact("CX1AA");
+            QCOMPARE(Rows().last().NombreLog, name);
+            QCOMPARE(Said(), QString());
+        }
+    }
+
     void TheOpenLogIsDeleted()
     {
         AddQsos(u"zz"_qs, 1);
-        desk_->Start();
+        Start();
         const auto remove = [&](bool yes) {
-            desk_->dialogs.answers = QList<bool>{yes};
-            desk_->Menu("borralog");
-            return desk_->Told();
+            dialogs.answers << yes;
+            Menu("borralog");
+            return Told();
         };
         const QString question = u"?Esta seguro de borrar %1\nlos QSOs no podrán recuperarse!"_qs;
         QCOMPARE(remove(false), QStringList({question.arg(u"Log inicial"_qs)}));
@@ -135,38 +135,36 @@ private Q_SLOTS:
         QCOMPARE(remove(true), QStringList({question.arg(u"zz"_qs)}));
         QCOMPARE(Logs() + Caption(), u"Log: Base 1, con 0 QSOs"_qs);
         QVERIFY(Configured("Base 1"));
-        desk_->Start();
-        desk_->Contact(u"CX1AA"_qs);
+        Start();
+        Contact("CX1AA");
         QCOMPARE(Logs() + Caption(), u"Base 1Log: Base 1, con 1 QSOs"_qs);
     }
 
     void WhatTheDatabaseRefusesIsToldAndLeavesTheLogOpen()
     {
-        desk_->Start();
+        Start();
         FaultVfs::Instance().FailSyncs(1, FaultVfs::forever);
         QCOMPARE(New({u"otro"_qs}).size(), 2);
-        desk_->dialogs.answers = QList<bool>{true};
-        desk_->Menu("borralog");
-        QCOMPARE(desk_->Told().size(), 2);
+        dialogs.answers << true;
+        Menu("borralog");
+        QCOMPARE(Told().size(), 2);
         Desk::HealDisk();
         QCOMPARE(Logs() + Caption(), u"Log inicialLog: Log inicial, con 2 QSOs"_qs);
         QVERIFY(Configured("Log inicial"));
     }
 
-    // --- The copy of the day
-
     void ACopyADay()
     {
-        desk_->Start();
+        Start();
         const auto backup = [&] {
-            desk_->Menu("badeda");
-            return desk_->Told();
+            Menu("badeda");
+            return Told();
         };
-        QCOMPARE(backup(), QStringList({u"i%1 creada!"_qs.arg(desk_->Path(u"base0_24_11_26.mdb"_qs))}));
-        desk_->clock.now = desk_->clock.now.addDays(1);
+        QCOMPARE(backup(), QStringList({u"i%1 creada!"_qs.arg(Path("base0_24_11_26.mdb"))}));
+        clock.now = clock.now.addDays(1);
         QCOMPARE(backup().size(), 1);
         QCOMPARE(Copies(), QStringList({u"base0_24_11_26.mdb"_qs, u"base0_25_11_26.mdb"_qs}));
-        const QByteArray before = desk_->Content(Copies().last());
+        const QByteArray before = Content(Copies().last());
         FaultVfs::Instance().SetRoom(0);
         const QStringList told = backup();
         Desk::HealDisk();
@@ -175,7 +173,7 @@ private Q_SLOTS:
                 && told.first().contains(u"No queda lugar"_qs),
             qPrintable(told.first()));
         QCOMPARE(Copies().size(), 2);
-        QVERIFY(desk_->Content(Copies().last()) == before);
+        QVERIFY(Content(Copies().last()) == before);
     }
 };
 

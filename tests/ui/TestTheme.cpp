@@ -25,28 +25,14 @@ double Contrast(const QColor &a, const QColor &b)
 }
 
 using Pair = std::pair<QPalette::ColorRole, QPalette::ColorRole>;
-const QList<Pair> fieldPairs = {
-    {QPalette::Text, QPalette::Base},
-    {QPalette::Text, QPalette::AlternateBase},
-    {QPalette::PlaceholderText, QPalette::Base},
-    {QPalette::ButtonText, QPalette::Button},
-    {QPalette::HighlightedText, QPalette::Highlight},
-    {QPalette::Link, QPalette::Base},
-    {QPalette::LinkVisited, QPalette::Base},
-    {QPalette::BrightText, QPalette::Base},
-};
-const QList<Pair> rowPairs = {
-    {QPalette::Text, QPalette::Base},
-    {QPalette::Text, QPalette::AlternateBase},
-    {QPalette::HighlightedText, QPalette::Highlight},
-};
+using P = QPalette;
+const QList<Pair> fieldPairs{{P::Text, P::Base}, {P::Text, P::AlternateBase}, {P::PlaceholderText, P::Base},
+    {P::ButtonText, P::Button}, {P::HighlightedText, P::Highlight}, {P::Link, P::Base}, {P::LinkVisited, P::Base},
+    {P::BrightText, P::Base}};
+const QList<Pair> rowPairs{{P::Text, P::Base}, {P::Text, P::AlternateBase}, {P::HighlightedText, P::Highlight}};
 const QList<Pair> windowPairs = fieldPairs
-    + QList<Pair>{
-        {QPalette::WindowText, QPalette::Window},
-        {QPalette::ToolTipText, QPalette::ToolTipBase},
-        {QPalette::Link, QPalette::Window},
-        {QPalette::LinkVisited, QPalette::Window},
-    };
+    + QList<Pair>{{P::WindowText, P::Window}, {P::ToolTipText, P::ToolTipBase}, {P::Link, P::Window},
+        {P::LinkVisited, P::Window}};
 
 } // namespace
 
@@ -67,36 +53,31 @@ private Q_SLOTS:
     void initTestCase() { SetUpLook(*qApp); }
     void cleanup() { ApplyWindowTheme(Theme::Light); }
 
-    void EveryTextReadsOnItsGround_data()
-    {
-        QTest::addColumn<bool>("dark");
-        QTest::newRow("light") << false;
-        QTest::newRow("dark") << true;
-    }
     void EveryTextReadsOnItsGround()
     {
-        QFETCH(bool, dark);
-        ApplyWindowTheme(dark ? Theme::Dark : Theme::Light);
-        QWidget window;
-        auto *label = new QLabel(&window);
-        auto *field = new QLineEdit(&window);
-        MarkAccent(label);
-        QCOMPARE(ListRowPalette(CurrentTheme()).color(QPalette::Text), QColor(0x004000));
-        for (const auto group : {QPalette::Active, QPalette::Inactive}) {
-            CheckContrast(window.palette(), windowPairs, group, 4.5);
-            CheckContrast(ListRowPalette(CurrentTheme()), rowPairs, group, 4.5);
-            QVERIFY(
-                Contrast(label->palette().color(group, QPalette::WindowText), window.palette().color(QPalette::Window))
-                >= 4.5);
+        for (const bool dark : {false, true}) {
+            ApplyWindowTheme(dark ? Theme::Dark : Theme::Light);
+            QWidget window;
+            auto *label = new QLabel(&window);
+            auto *field = new QLineEdit(&window);
+            MarkAccent(label);
+            QCOMPARE(ListRowPalette(CurrentTheme()).color(QPalette::Text), QColor(0x004000));
+            for (const auto group : {QPalette::Active, QPalette::Inactive}) {
+                CheckContrast(window.palette(), windowPairs, group, 4.5);
+                CheckContrast(ListRowPalette(CurrentTheme()), rowPairs, group, 4.5);
+                QVERIFY(Contrast(label->palette().color(group, QPalette::WindowText),
+                            window.palette().color(QPalette::Window))
+                    >= 4.5);
+            }
+            CheckContrast(window.palette(), windowPairs, QPalette::Disabled, 3);
+            CheckContrast(QToolTip::palette(), windowPairs, QPalette::Inactive, 4.5);
+            SetFieldFocused(field, true);
+            CheckContrast(field->palette(), fieldPairs, QPalette::Active, 4.5);
+            QCOMPARE(field->palette().color(QPalette::Base), QColor(0xC0C0FF));
+            QCOMPARE(field->palette().color(QPalette::Text), QColor(Qt::black));
+            SetFieldFocused(field, false);
+            QCOMPARE(field->palette().color(QPalette::Base), window.palette().color(QPalette::Base));
         }
-        CheckContrast(window.palette(), windowPairs, QPalette::Disabled, 3);
-        CheckContrast(QToolTip::palette(), windowPairs, QPalette::Inactive, 4.5);
-        SetFieldFocused(field, true);
-        CheckContrast(field->palette(), fieldPairs, QPalette::Active, 4.5);
-        QCOMPARE(field->palette().color(QPalette::Base), QColor(0xC0C0FF));
-        QCOMPARE(field->palette().color(QPalette::Text), QColor(Qt::black));
-        SetFieldFocused(field, false);
-        QCOMPARE(field->palette().color(QPalette::Base), window.palette().color(QPalette::Base));
     }
 
     void AChangeReachesOpenWindows()

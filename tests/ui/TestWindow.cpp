@@ -41,12 +41,10 @@ public:
         inner->addWidget(framed);
         for (QWidget *w : std::initializer_list<QWidget *>{first, second, combo, spin, check, button, frame})
             layout->addWidget(w);
-        first->setObjectName(u"first"_qs);
-        second->setObjectName(u"second"_qs);
-        combo->setObjectName(u"combo"_qs);
-        spin->setObjectName(u"spin"_qs);
-        button->setObjectName(u"button"_qs);
-        framed->setObjectName(u"framed"_qs);
+        const std::pair<QWidget *, QString> names[] = {{first, u"first"_qs}, {second, u"second"_qs},
+            {combo, u"combo"_qs}, {spin, u"spin"_qs}, {button, u"button"_qs}, {framed, u"framed"_qs}};
+        for (const auto &[control, name] : names)
+            control->setObjectName(name);
         ShowFocusOn({first, second});
     }
 
@@ -122,29 +120,22 @@ private Q_SLOTS:
     }
 
     // Unhandled keys travel up to the window through every parent; handled ones stop at the field.
-    void EachKeyIsPreviewedOnce_data()
-    {
-        QTest::addColumn<QString>("field");
-        QTest::addColumn<int>("key");
-        for (const QString &field : {u"first"_qs, u"combo"_qs, u"spin"_qs, u"button"_qs, u"framed"_qs, u"late"_qs})
-            for (const int key : {int(Qt::Key_F9), int(Qt::Key_5), int(Qt::Key_Return)})
-                QTest::addRow("%s %x", qPrintable(field), unsigned(key)) << field << key;
-    }
     void EachKeyIsPreviewedOnce()
     {
-        QFETCH(QString, field);
-        QFETCH(int, key);
         auto *late = new QLineEdit(desk_->frame);
         late->setObjectName(u"late"_qs);
         late->show();
         QSignalSpy clicked(desk_->button, &QPushButton::clicked);
-        desk_->findChild<QWidget *>(field)->setFocus();
-        desk_->log.clear();
-        QTest::keyClick(QApplication::focusWidget(), Qt::Key(key));
-        const QString name = QKeySequence(key).toString();
-        QCOMPARE(desk_->log, QStringList({u"press "_qs + name, u"release "_qs + name}));
-        QCOMPARE(clicked.count(), 0);
-        QVERIFY(desk_->isVisible());
+        for (const QString &field : {u"first"_qs, u"combo"_qs, u"spin"_qs, u"button"_qs, u"framed"_qs, u"late"_qs})
+            for (const auto key : {Qt::Key_F9, Qt::Key_5, Qt::Key_Return}) {
+                desk_->findChild<QWidget *>(field)->setFocus();
+                desk_->log.clear();
+                QTest::keyClick(QApplication::focusWidget(), key);
+                const QString name = QKeySequence(key).toString();
+                QCOMPARE(desk_->log.join(u','), QString(u"press " + name + u",release " + name));
+                QCOMPARE(clicked.count(), 0);
+                QVERIFY(desk_->isVisible());
+            }
     }
 
     void ClaimedKeysComeInsteadOfMenuAndEditing()
@@ -320,26 +311,19 @@ private Q_SLOTS:
         QVERIFY(!desk_->FieldMessagePending());
     }
 
-    void TheFocusOfADisabledOrHiddenControlGoesWhereItIsTold_data()
-    {
-        QTest::addColumn<int>("how");
-        QTest::addColumn<bool>("told");
-        for (int how = 0; how < 4; ++how) {
-            QTest::addRow("to the fallback %d", how) << how << true;
-            QTest::addRow("nowhere %d", how) << how << false;
-        }
-    }
     void TheFocusOfADisabledOrHiddenControlGoesWhereItIsTold()
     {
-        QFETCH(int, how);
-        QFETCH(bool, told);
-        desk_->fallback = told ? desk_->second : nullptr;
-        desk_->framed->setFocus();
-        desk_->log.clear();
-        QWidget *gone = how < 2 ? static_cast<QWidget *>(desk_->framed) : desk_->frame;
-        how % 2 ? gone->hide() : gone->setEnabled(false);
-        QCOMPARE(QApplication::focusWidget(), told ? desk_->second : nullptr);
-        QCOMPARE(desk_->log, told ? QStringList({u"leave framed"_qs, u"enter second"_qs}) : QStringList());
+        for (int how = 0; how < 8; ++how) {
+            init();
+            const bool told = how < 4;
+            desk_->fallback = told ? desk_->second : nullptr;
+            desk_->framed->setFocus();
+            desk_->log.clear();
+            QWidget *gone = how % 4 < 2 ? static_cast<QWidget *>(desk_->framed) : desk_->frame;
+            how % 2 ? gone->hide() : gone->setEnabled(false);
+            QCOMPARE(QApplication::focusWidget(), told ? desk_->second : nullptr);
+            QCOMPARE(desk_->log.join(u','), told ? u"leave framed,enter second"_qs : QString());
+        }
     }
 };
 

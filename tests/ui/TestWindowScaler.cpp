@@ -62,34 +62,28 @@ private Q_SLOTS:
         CaptureLayout(window_.get());
     }
 
-    void TheWindowFollowsTheScreen_data()
-    {
-        QTest::addColumn<QSize>("screen");
-        QTest::addColumn<bool>("keep");
-        QTest::addColumn<QSize>("size");
-        QTest::addColumn<double>("scale");
-        QTest::newRow("large") << QSize(2560, 1440) << true << QSize(2436, 1312) << 1.874;
-        QTest::newRow("wide, not kept") << QSize(2732, 768) << false << QSize(2600, 700) << 1.0;
-        QTest::newRow("huge") << QSize(7680, 4320) << true << QSize(7309, 3936) << 3.0;
-        QTest::newRow("small") << QSize(800, 600) << true << QSize(761, 410) << 0.8;
-    }
     void TheWindowFollowsTheScreen()
     {
-        QFETCH(QSize, screen);
-        QFETCH(bool, keep);
-        QFETCH(double, scale);
-        FitToScreen(window_.get(), screen, keep);
-        window_->show();
-        QCoreApplication::processEvents();
-        if (screen.width() > 800) // below the least scale the window stays larger
-            QTEST(window_->size(), "size");
-        QVERIFY2(std::abs(ScaleOf(window_.get()) - scale) < 0.005, qPrintable(QString::number(ScaleOf(window_.get()))));
-        QVERIFY(std::abs(call_->font().pointSizeF() - 10 * scale) < 0.05);
-        QVERIFY(std::abs(title_->font().pointSizeF() - 20 * scale) < 0.1);
-        QCOMPARE(call_->width(), qRound(100 * ScaleOf(window_.get())));
-        QCOMPARE(list_->columnWidth(1), qRound(67 * ScaleOf(window_.get())));
-        QCOMPARE(list_->columnWidth(0), 0);
-        QVERIFY(NothingIsClipped());
+        // The screen, whether the form is kept, the size and the scale; below the least scale the window stays larger.
+        const std::tuple<QSize, bool, QSize, double> cases[] = {{{2560, 1440}, true, {2436, 1312}, 1.874},
+            {{2732, 768}, false, {2600, 700}, 1.0}, {{7680, 4320}, true, {7309, 3936}, 3.0},
+            {{800, 600}, true, QSize(0, 0), 0.8}};
+        for (const auto &[screen, keep, size, scale] : cases) {
+            init();
+            FitToScreen(window_.get(), screen, keep);
+            window_->show();
+            QCoreApplication::processEvents();
+            if (!size.isNull())
+                QCOMPARE(window_->size(), size);
+            const double found = ScaleOf(window_.get());
+            QVERIFY2(std::abs(found - scale) < 0.005, qPrintable(QString::number(found)));
+            QVERIFY(std::abs(call_->font().pointSizeF() - 10 * scale) < 0.05);
+            QVERIFY(std::abs(title_->font().pointSizeF() - 20 * scale) < 0.1);
+            QCOMPARE(call_->width(), qRound(100 * found));
+            QCOMPARE(list_->columnWidth(1), qRound(67 * found));
+            QCOMPARE(list_->columnWidth(0), 0);
+            QVERIFY(NothingIsClipped());
+        }
     }
 
     void ResizingThereAndBackLeavesNoTrace()

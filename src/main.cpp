@@ -94,7 +94,10 @@ int RunProgram(Application &application)
     SerialLines lines(logbook, ports);
     RealPlayer player;
     CqCaller caller(logbook, lines, player, scheduler);
-    application.silence = [&caller] { caller.Escape(); };
+    application.silence = [&caller, &lines] {
+        caller.Escape();
+        lines.Silence();
+    };
     Windows windows;
     Program program{logbook, scheduler, dialogs, windows, lines, MakeThreadPacer, caller,
         [] { QCoreApplication::processEvents(); }, [](int exitCode) { QCoreApplication::exit(exitCode); }, Mark, {}, {},

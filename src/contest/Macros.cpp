@@ -52,7 +52,12 @@ Result<void> LoadMacros(Logbook &logbook, MacroTexts &macros)
         return SaveMacros(logbook, macros);
     }
     const auto lines = TextFile::ReadLines(logbook.Files(), PathOf(logbook));
-    for (const QString &line : lines.value_or(QStringList()))
+    if (!lines) {
+        if (macros == MacroTexts())
+            macros = DefaultMacros();
+        return Failure{u"No se pueden leer las macros del archivo\n%1"_qs.arg(PathOf(logbook))};
+    }
+    for (const QString &line : *lines)
         for (size_t i = 0; i < macros.size(); ++i)
             if (const QString key = KeyOf(i); line.contains(key))
                 macros[i] = QString(line).remove(key);
@@ -102,16 +107,19 @@ QString ExchangeAgain(const QString &call, const QString &serial, bool cutNumber
 EsmStep StepOfEnter(bool run, bool hasCall, bool hasExchange, bool saved)
 {
     using Focus = EsmStep::Focus;
-    if (run && !hasCall && !hasExchange)
-        return {MacroCq, false, false, Focus::Call};
-    if (run && hasCall)
-        return hasExchange ? EsmStep{MacroTu, false, true, Focus::Call}
-                           : EsmStep{MacroExchange, true, false, Focus::Exchange};
-    if (hasCall && hasExchange)
-        return {MacroSerie, true, false, Focus::Stays};
-    if (!hasCall && !hasExchange && saved)
-        return {std::nullopt, false, false, Focus::Stays};
-    return {MacroOwnCall, false, false, Focus::Stays};
+    using Sends = EsmStep::Sends;
+    if (hasExchange && !hasCall)
+        return {};
+    if (run && !hasCall)
+        return {Sends::Message, MacroCq, false, false, Focus::Call};
+    if (run)
+        return hasExchange ? EsmStep{Sends::Message, MacroTu, false, true, Focus::Call}
+                           : EsmStep{Sends::Message, MacroExchange, true, false, Focus::Exchange};
+    if (hasExchange)
+        return {Sends::Message, MacroSerie, true, false, Focus::Stays};
+    if (!hasCall && saved)
+        return {Sends::ExchangeAgain, MacroSerie, false, false, Focus::Stays};
+    return {Sends::Message, MacroOwnCall, false, false, Focus::Stays};
 }
 
 std::array<QString, macroCount> MacroCaptions(const QString &ownCall, const QString &call, const QString &rse)

@@ -6,7 +6,6 @@
 
 #include <QString>
 #include <array>
-#include <optional>
 
 class Logbook;
 
@@ -16,8 +15,8 @@ using MacroTexts = std::array<QString, macroCount>;
 
 const MacroTexts &DefaultMacros();
 
-// Merges the file into `macros`: a text whose key is absent stays. A missing file sets the defaults and is written;
-// only that can fail, and the defaults are set all the same.
+// Merges the file into `macros`: a text whose key is absent stays. A missing file sets the defaults and is written. A
+// failure, of that or of reading, leaves the defaults where there was nothing.
 Result<void> LoadMacros(Logbook &logbook, MacroTexts &macros);
 
 // Replaces the whole file.
@@ -49,7 +48,10 @@ QString ExchangeAgain(const QString &call, const QString &serial, bool cutNumber
 struct EsmStep {
     enum class Focus { Stays, Call, Exchange };
 
-    std::optional<int> macro; // none: the exchange once more
+    enum class Sends { Nothing, Message, ExchangeAgain };
+
+    Sends sends = Sends::Nothing;
+    int macro = MacroCq;
     bool savesExchange = false; // call and serial are those that were last sent
     bool stopsAutoCq = false;
     Focus focus = Focus::Stays;

@@ -5,12 +5,14 @@
 #include <QMutexLocker>
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace {
 
 constexpr qint64 millisecond = 1000;
 constexpr qint64 holdLimit = CwKeyer::longestHold * millisecond;
 // The watchdog leaves the pacer the first word.
+constexpr int watchdogInterval = 1000;
 constexpr qint64 watchdogGrace = 1000 * millisecond;
 
 std::optional<qint64> Earlier(std::optional<qint64> one, std::optional<qint64> other)
@@ -20,10 +22,10 @@ std::optional<qint64> Earlier(std::optional<qint64> one, std::optional<qint64> o
 
 } // namespace
 
-CwKeyer::CwKeyer(SerialLines &lines, std::unique_ptr<KeyerPacer> pacer, QObject *parent)
-    : QObject(parent)
-    , lines_(lines)
+CwKeyer::CwKeyer(SerialLines &lines, std::unique_ptr<KeyerPacer> pacer, Scheduler &scheduler)
+    : lines_(lines)
     , pacer_(std::move(pacer))
+    , watchdog_(scheduler.Make(watchdogInterval, [this] { CheckHold(); }))
 {
     pacer_->Start([this](qint64 now) { return Service(now); });
 }
@@ -34,25 +36,14 @@ CwKeyer::~CwKeyer()
     lines_.Close(SerialLines::User::Keyer);
 }
 
-Result<void> CwKeyer::Choose(const QString &port)
-{
-    Result<void> opened = lines_.Open(SerialLines::User::Keyer, port);
-    const QMutexLocker lock(&mutex_);
-    lost_ = false;
-    return opened;
-}
+Result<void> CwKeyer::Choose(const QString &port) { return lines_.Open(SerialLines::User::Keyer, port); }
 
 void CwKeyer::ReleasePort() { lines_.Close(SerialLines::User::Keyer); }
 
 void CwKeyer::SetLine(ModemLine line)
 {
-    ModemLine before;
-    {
-        const QMutexLocker lock(&mutex_);
-        before = std::exchange(line_, line);
-    }
-    if (before != line)
-        lines_.Set(SerialLines::User::Keyer, before, false);
+    const QMutexLocker lock(&mutex_);
+    line_ = line;
 }
 
 void CwKeyer::SetSpeed(int wordsPerMinute)
@@ -92,6 +83,7 @@ void CwKeyer::CwSendPending()
             errorSum_ = 0;
         }
     }
+    watchdog_->Start();
     pacer_->Wake();
 }
 
@@ -99,6 +91,7 @@ void CwKeyer::Stop()
 {
     const QMutexLocker lock(&mutex_);
     CwStop_ = true;
+    nested_ = false;
 }
 
 void CwKeyer::ClearStop()
@@ -113,6 +106,7 @@ void CwKeyer::CwKeyDown()
         const QMutexLocker lock(&mutex_);
         manualWish_ = true;
     }
+    watchdog_->Start();
     pacer_->Wake();
 }
 
@@ -127,13 +121,24 @@ void CwKeyer::CwKeyUp()
     pacer_->Wake();
 }
 
+// Runs in the thread of the window, so it works where the pacer does not.
 void CwKeyer::CheckHold()
 {
     const qint64 since = keyedSince_;
-    if (since == 0 || pacer_->Now() - since < holdLimit + watchdogGrace)
+    if (since == 0) {
+        if (!IsRunning())
+            watchdog_->Stop();
+        return;
+    }
+    if (pacer_->Now() - since < holdLimit + watchdogGrace)
         return;
     keyedSince_ = 0;
-    lines_.ForceLow(SerialLines::User::Keyer);
+    lines_.ForceLow(SerialLines::User::Keyer, closed_);
+    {
+        const QMutexLocker lock(&mutex_);
+        keyed_ = false;
+    }
+    PostChanged();
     Q_EMIT HeldTooLong();
 }
 
@@ -245,21 +250,22 @@ void CwKeyer::PutOff(qint64 late)
 
 void CwKeyer::SetKeyerLine(const Edge &edge)
 {
-    ModemLine line;
-    bool lost;
     {
         const QMutexLocker lock(&mutex_);
-        line = line_;
-        lost = lost_;
+        if (edge.on)
+            closed_ = line_;
         keyed_ = edge.on;
         keyedSince_ = edge.on ? pacer_->Now() : 0;
     }
+    const bool driven = lines_.Set(SerialLines::User::Keyer, closed_, edge.on);
+    {
+        const QMutexLocker lock(&mutex_);
+        Measure(edge);
+    }
     PostChanged();
-    const bool driven = lost || lines_.Set(SerialLines::User::Keyer, line, edge.on);
-    const QMutexLocker lock(&mutex_);
-    Measure(edge);
     if (!driven) {
-        lost_ = true;
+        // Leaving the port makes the system lower what the order did not; the text is paced to its end.
+        lines_.Close(SerialLines::User::Keyer);
         Post(&CwKeyer::LineLost);
     }
 }

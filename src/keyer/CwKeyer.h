@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "core/Scheduler.h"
 #include "keyer/KeyerPacer.h"
 #include "keyer/Morse.h"
 #include "keyer/SerialLines.h"
@@ -40,7 +41,7 @@ public:
     // What stays of the buffer behind the character in hand.
     static constexpr int longestBuffer = 500;
 
-    CwKeyer(SerialLines &lines, std::unique_ptr<KeyerPacer> pacer, QObject *parent = nullptr);
+    CwKeyer(SerialLines &lines, std::unique_ptr<KeyerPacer> pacer, Scheduler &scheduler);
     // Opens the key, in the middle of a character too, and leaves the port.
     ~CwKeyer() override;
 
@@ -48,7 +49,7 @@ public:
     // texts are paced and shown all the same.
     Result<void> Choose(const QString &port);
     void ReleasePort();
-    // DTR or RTS, not while a text is being sent.
+    // DTR or RTS, from the next element on; what is closed now is opened where it was closed.
     void SetLine(ModemLine line);
     // 10 to 40 words a minute, from the next character on.
     void SetSpeed(int wordsPerMinute);
@@ -57,17 +58,18 @@ public:
     void Replace(const QString &text);
     // Sends the buffer.
     void CwSendPending();
-    // CwStop. With nothing under way it means nothing: the next run begins without it.
+    // CwStop. The character in hand is the last one, also where a text was added during it. With nothing under way it
+    // means nothing: the next run begins without it.
     void Stop();
     void ClearStop();
     // The manual key, for at most longestHold.
     void CwKeyDown();
     // While a text is being sent the pattern in hand is not cut.
     void CwKeyUp();
-    // To be called about once a second: opens a key that the pacer left closed for too long.
-    void CheckHold();
 
     View Shown() const;
+    // A sent text without its line ends.
+    static QString OnOneLine(QString sent) { return sent.remove(u'\n').replace(u'\r', u' '); }
     Timing LastTiming() const;
     bool IsRunning() const { return Shown().running; }
     bool IsRealTime() const { return pacer_->IsRealTime(); }
@@ -75,7 +77,8 @@ public:
 Q_SIGNALS:
     // Something of Shown() is new; changes that follow one another closely come as one.
     void Changed();
-    // The adapter does not answer any more; once for each choice of a port.
+    // The adapter does not answer any more: the port was left, and the rest of the text goes without. Once for each
+    // choice of a port.
     void LineLost();
     // A key was closed for too long and has been opened.
     void HeldTooLong();
@@ -93,6 +96,7 @@ private:
     bool TakeCharacter();
     void Finish();
     void PutOff(qint64 by);
+    void CheckHold();
     void SetKeyerLine(const Edge &edge);
     void Measure(const Edge &edge);
     void Post(void (CwKeyer::*signal)());
@@ -100,6 +104,8 @@ private:
 
     SerialLines &lines_;
     std::unique_ptr<KeyerPacer> pacer_;
+    std::unique_ptr<Scheduler::Timer> watchdog_; // a second, while a text is sent or the key is closed
+    std::atomic<ModemLine> closed_{ModemLine::DTR}; // the line that was raised last
 
     mutable QMutex mutex_; // for all that follows
     QString CwBuffer_;
@@ -116,10 +122,9 @@ private:
     std::optional<bool> manualWish_;
     Moment manualSince_;
     ModemLine line_ = ModemLine::DTR;
-    bool lost_ = false;
     Timing timing_;
     double errorSum_ = 0;
 
-    std::atomic<qint64> keyedSince_{0}; // 0: open. Read without the mutex, which a stalled pacer may hold.
+    std::atomic<qint64> keyedSince_{0}; // 0: open
     std::atomic<bool> posted_{false};
 };

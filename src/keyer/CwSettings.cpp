@@ -5,10 +5,9 @@
 #include "core/Conversions.h"
 #include "core/Logbook.h"
 #include "core/TextFile.h"
+#include "keyer/PortDevice.h"
 
 namespace {
-
-constexpr int ports = 20;
 
 QString PathOf(const Logbook &logbook) { return logbook.PathOf(u"varCW.cfg"_qs); }
 
@@ -18,7 +17,7 @@ const QStringList &KeyerPorts()
 {
     static const QStringList list = [] {
         QStringList made{u"Ninguno"_qs};
-        for (int i = 1; i <= ports; ++i)
+        for (int i = 1; i <= comPorts; ++i)
             made << u"COM%1"_qs.arg(i);
         return made;
     }();

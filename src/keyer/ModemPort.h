@@ -19,8 +19,8 @@ public:
     // False when the device does not take the order any more, an adapter that was pulled out for example.
     virtual bool Set(ModemLine line, bool on) = 0;
 
-    // Lowers both lines from any thread, also while Set() hangs in another one. Errors are ignored.
-    virtual void ForceLow() = 0;
+    // Lowers a line from any thread, also while Set() hangs in another one. Errors are ignored.
+    virtual void ForceLow(ModemLine line) = 0;
 };
 
 // Where ports come from: the system's, or the test's.

@@ -5,6 +5,7 @@
 #include "core/Conversions.h"
 #include "keyer/CwSettings.h"
 
+#include <QHash>
 #include <algorithm>
 #include <array>
 
@@ -59,7 +60,7 @@ QString MorsePattern(QChar character) { return Patterns().value(character.toLowe
 
 int CwDelayOfSpeed(int wordsPerMinute)
 {
-    // Settled by ear, near 1200 / speed - 50 but no formula.
+    // Near 1200 / speed - 50, but no formula: operators know the keyer by these figures.
     static constexpr std::array delays{70, 60, 52, 44, 36, 30, 25, 21, 17, 13, 10, 6, 3, 1, -1, -2, -4, -5, -6, -8, -10,
         -11, -12, -14, -15, -16, -17, -18, -19, -19, -20};
     return delays[size_t(std::clamp(wordsPerMinute, CwSpeed::slowest, CwSpeed::fastest) - CwSpeed::slowest)];

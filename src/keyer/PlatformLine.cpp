@@ -24,10 +24,12 @@ namespace PlatformLine {
 // The driver drops the lines by itself when a handle goes.
 void HangUpOnClose(Handle) { }
 
-void LowerBoth(Handle handle)
+void Lower(Handle handle, bool rts, bool dtr)
 {
-    EscapeCommFunction(handle, CLRRTS);
-    EscapeCommFunction(handle, CLRDTR);
+    if (rts)
+        EscapeCommFunction(handle, CLRRTS);
+    if (dtr)
+        EscapeCommFunction(handle, CLRDTR);
 }
 
 QString PermissionHint() { return {}; }
@@ -47,9 +49,9 @@ void HangUpOnClose(Handle handle)
     tcsetattr(handle, TCSANOW, &settings);
 }
 
-void LowerBoth(Handle handle)
+void Lower(Handle handle, bool rts, bool dtr)
 {
-    int lines = TIOCM_RTS | TIOCM_DTR;
+    int lines = (rts ? TIOCM_RTS : 0) | (dtr ? TIOCM_DTR : 0);
     ioctl(handle, TIOCMBIC, &lines);
 }
 
@@ -60,7 +62,7 @@ QString PermissionHint()
 
 QString LatencyHint(const QString &device)
 {
-    const QString name = QFileInfo(device).fileName();
+    const QString name = QFileInfo(QFileInfo(device).canonicalFilePath()).fileName();
     QFile file(u"/sys/bus/usb-serial/devices/"_qs + name + u"/latency_timer");
     if (!file.open(QIODevice::ReadOnly))
         return {};

@@ -17,8 +17,8 @@ using Handle = int;
 // The system lowers both lines when the last handle goes, however the process ends.
 void HangUpOnClose(Handle handle);
 
-// Both lines low, at once, without asking whether it worked.
-void LowerBoth(Handle handle);
+// Lines low, at once, without asking whether it worked.
+void Lower(Handle handle, bool rts, bool dtr);
 
 // What the operator can do to be allowed to use serial ports; a Spanish sentence, empty where there is nothing to say.
 QString PermissionHint();

@@ -7,8 +7,6 @@
 
 namespace {
 
-constexpr int ports = 20;
-
 QString BuiltIn(int number)
 {
 #ifdef Q_OS_WIN
@@ -30,7 +28,7 @@ QString PortDevice(const Logbook &logbook, const QString &com)
     const QString prefix = u"COM"_qs;
     bool isNumber = false;
     const int number = com.startsWith(prefix) ? com.mid(prefix.size()).toInt(&isNumber) : 0;
-    if (!isNumber || number < 1 || number > ports)
+    if (!isNumber || number < 1 || number > comPorts)
         return {};
     return OptionFile(logbook, u"puertos.ini"_qs, u"puertos"_qs).Value(com, BuiltIn(number));
 }

@@ -6,6 +6,8 @@
 
 class Logbook;
 
+inline constexpr int comPorts = 20;
+
 // The device that stands for "COM1" to "COM20". puertos.ini ([puertos], keys COM1 to COM20) goes before the names that
 // are built in: on Windows the name itself, elsewhere COM1 to COM4 for the ports of the board (/dev/ttyS0 to 3), COM5
 // to COM12 for USB adapters (/dev/ttyUSB0 to 7), COM13 to COM20 for USB modems (/dev/ttyACM0 to 7). Anything else,

@@ -5,6 +5,16 @@
 #include "keyer/PortDevice.h"
 
 #include <QMutexLocker>
+#include <utility>
+
+namespace {
+
+SerialLines::User OtherOf(SerialLines::User user)
+{
+    return user == SerialLines::User::Keyer ? SerialLines::User::Caller : SerialLines::User::Keyer;
+}
+
+} // namespace
 
 SerialLines::SerialLines(const Logbook &logbook, ModemPorts &ports)
     : logbook_(logbook)
@@ -12,88 +22,102 @@ SerialLines::SerialLines(const Logbook &logbook, ModemPorts &ports)
 {
 }
 
-SerialLines::~SerialLines()
+SerialLines::~SerialLines() { Silence(); }
+
+SerialLines::PortOf SerialLines::Held(User user) const
 {
-    Close(User::Keyer);
-    Close(User::Caller);
+    const QMutexLocker lock(&mutex_);
+    return held_[size_t(user)];
 }
 
 Result<void> SerialLines::Open(User user, const QString &com)
 {
+    Close(user);
     const QString device = PortDevice(logbook_, com);
-    const QMutexLocker lock(&mutex_);
-    Leave(user);
     if (device.isEmpty())
         return {};
-    if (ports_.find(device) == ports_.end()) {
+    const PortOf others = Held(OtherOf(user));
+    const bool same = others && others->name == device;
+    PortOf port = same ? others : nullptr;
+    if (port) {
+        const QMutexLocker busy(&port->busy);
+        if (port->dead)
+            port.reset();
+    }
+    if (!port) {
         auto opened = source_.Open(device);
         if (!opened)
             return opened.failure();
-        const QMutexLocker handles(&handles_);
-        ports_[device].device = *std::move(opened);
+        port = std::make_shared<Port>();
+        port->name = device;
+        port->device = *std::move(opened);
     }
-    const QMutexLocker handles(&handles_);
-    DeviceOf(user) = device;
+    const QMutexLocker lock(&mutex_);
+    if (silenced_)
+        return {};
+    held_[size_t(user)] = port;
+    if (same)
+        held_[size_t(OtherOf(user))] = port;
     return {};
 }
 
 void SerialLines::Close(User user)
 {
-    const QMutexLocker lock(&mutex_);
-    Leave(user);
-}
-
-void SerialLines::Leave(User user)
-{
-    const QString device = DeviceOf(user);
-    if (device.isEmpty())
+    PortOf port;
+    {
+        const QMutexLocker lock(&mutex_);
+        port = std::exchange(held_[size_t(user)], nullptr);
+    }
+    if (!port)
         return;
-    Port &port = ports_[device];
+    const QMutexLocker busy(&port->busy);
     for (const ModemLine line : {ModemLine::RTS, ModemLine::DTR}) {
-        const auto raised = port.raisedBy.find(line);
-        if (raised != port.raisedBy.end() && raised->second == user) {
-            port.device->Set(line, false);
-            port.raisedBy.erase(raised);
+        const auto raised = port->raisedBy.find(line);
+        if (raised != port->raisedBy.end() && raised->second == user) {
+            port->device->Set(line, false);
+            port->raisedBy.erase(raised);
         }
     }
-    std::shared_ptr<ModemPort> unused; // closed when handles_ is free again
-    const QMutexLocker handles(&handles_);
-    DeviceOf(user).clear();
-    if (devices_[0] != device && devices_[1] != device) {
-        unused = port.device;
-        ports_.erase(device);
-    }
 }
 
-bool SerialLines::IsOpen(User user) const
-{
-    const QMutexLocker lock(&mutex_);
-    return !devices_[size_t(user)].isEmpty();
-}
+bool SerialLines::IsOpen(User user) const { return Held(user) != nullptr; }
 
 bool SerialLines::Set(User user, ModemLine line, bool on)
 {
-    const QMutexLocker lock(&mutex_);
-    const QString device = DeviceOf(user);
-    if (device.isEmpty())
+    const PortOf port = Held(user);
+    if (!port)
         return true;
-    Port &port = ports_[device];
+    const QMutexLocker busy(&port->busy);
+    if (Held(user) != port) // closed while we waited
+        return true;
+    const auto raised = port->raisedBy.find(line);
     if (on)
-        port.raisedBy[line] = user;
+        port->raisedBy[line] = user;
+    else if (raised != port->raisedBy.end() && raised->second != user)
+        return true;
     else
-        port.raisedBy.erase(line);
-    return port.device->Set(line, on);
+        port->raisedBy.erase(line);
+    if (port->device->Set(line, on))
+        return true;
+    port->dead = true;
+    port->raisedBy.clear();
+    for (const ModemLine each : {ModemLine::RTS, ModemLine::DTR})
+        port->device->ForceLow(each);
+    return false;
 }
 
-void SerialLines::ForceLow(User user)
+void SerialLines::ForceLow(User user, ModemLine line)
 {
-    std::shared_ptr<ModemPort> device;
+    if (const PortOf port = Held(user))
+        port->device->ForceLow(line);
+}
+
+void SerialLines::Silence()
+{
     {
-        const QMutexLocker handles(&handles_);
-        const auto port = ports_.find(DeviceOf(user));
-        if (port != ports_.end())
-            device = port->second.device;
+        const QMutexLocker lock(&mutex_);
+        silenced_ = true;
     }
-    if (device)
-        device->ForceLow();
+    Close(User::Keyer);
+    Close(User::Caller);
 }

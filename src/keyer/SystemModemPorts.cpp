@@ -15,7 +15,7 @@ public:
         : port_(std::move(port))
         , handle_(port_->handle())
     {
-        PlatformLine::LowerBoth(handle_); // in one go: opening has raised both
+        PlatformLine::Lower(handle_, true, true); // in one go: opening has raised both
         Lower();
         PlatformLine::HangUpOnClose(handle_);
     }
@@ -29,7 +29,10 @@ public:
     {
         return line == ModemLine::RTS ? port_->setRequestToSend(on) : port_->setDataTerminalReady(on);
     }
-    void ForceLow() override { PlatformLine::LowerBoth(handle_); }
+    void ForceLow(ModemLine line) override
+    {
+        PlatformLine::Lower(handle_, line == ModemLine::RTS, line == ModemLine::DTR);
+    }
 
 private:
     void Lower()

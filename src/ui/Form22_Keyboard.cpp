@@ -25,8 +25,8 @@ Form22::Outcome Form22::Send(CwKeyer &keyer)
 {
     keyer_ = &keyer;
     outcome_ = Outcome::Closed;
-    const auto shown =
-        connect(&keyer, &CwKeyer::Changed, this, [this] { ui_->enviado->setText(keyer_->Shown().sent.right(40)); });
+    const auto shown = connect(&keyer, &CwKeyer::Changed, this,
+        [this] { ui_->enviado->setText(CwKeyer::OnOneLine(keyer_->Shown().sent.right(40))); });
     ui_->enviado->clear();
     ui_->Text1->setFocus();
     ShowModal();
@@ -40,7 +40,8 @@ bool Form22::PreviewKey(QKeyEvent *event)
     case Qt::Key_Return:
     case Qt::Key_Enter:
         if (!event->isAutoRepeat()) {
-            keyer_->Replace(ui_->Text1->toPlainText());
+            // Lines end as they do in a file: the return is a pause, the feed is none.
+            keyer_->Replace(ui_->Text1->toPlainText().replace(u'\n', u"\r\n"_qs));
             keyer_->CwSendPending();
         }
         return true;

@@ -24,6 +24,7 @@
 #include "ui/Windows.h"
 #include "ui_Form4_Contest.h"
 
+#include <QApplication>
 #include <QKeyEvent>
 #include <QMenu>
 #include <QMenuBar>
@@ -76,6 +77,7 @@ void Form4::Connect()
     const auto toCall = [this] { ui_->Corresponsal->setFocus(); };
     connect(keyer_, &KeyerPanel::Used, this, toCall);
     connect(macros_, &MacroPanel::Used, this, toCall);
+    connect(qApp, &QApplication::focusChanged, keyer_, &KeyerPanel::ReleaseKey);
     connect(ui_->Command5, &QPushButton::clicked, this, &Form4::EditMacros);
     connect(ui_->Corresponsal, &QLineEdit::textChanged, this, &Form4::CallChanged);
     for (QComboBox *list : {ui_->Combo1, ui_->Combo2, ui_->mhz}) {
@@ -84,7 +86,7 @@ void Form4::Connect()
     connect(ui_->Check2, &QCheckBox::clicked, ui_->Corresponsal, qOverload<>(&QWidget::setFocus));
     connect(ui_->Check8, &QCheckBox::toggled, this, [this](bool on) {
         ui_->Frame2->setVisible(on);
-        CallChanged();
+        ShowMaster();
     });
     connect(master_, &MasterView::Chosen, this, [this](const QString &call) {
         ui_->Corresponsal->setText(call);
@@ -129,6 +131,7 @@ void Form4::BuildMenu()
 {
     auto *bar = new QMenuBar(this);
     QMenu *menu = bar->addMenu(u"&Concurso"_qs);
+    connect(menu, &QMenu::aboutToShow, keyer_, &KeyerPanel::ReleaseKey);
     const auto add = [&](const QString &name, const QString &text) {
         QAction *action = menu->addAction(text);
         action->setObjectName(name);
@@ -214,7 +217,7 @@ void Form4::NextSerial()
         ui_->RSE->setText(NextContestSerial(*last));
 }
 
-// False when the database did not take a contact that is good.
+// False when something is missing or the database did not take it; that has been told.
 bool Form4::Store()
 {
     const ContestFields fields = fields_->Read();
@@ -222,7 +225,7 @@ bool Form4::Store()
         if (!refusal->message.isEmpty())
             dialogs().Message(this, refusal->message);
         GiveFocusTo(fields_->FieldOf(refusal->focus));
-        return true;
+        return false;
     }
     master_->Clear();
     ui_->lcontrol->setText(u"0"_qs);
@@ -259,16 +262,21 @@ void Form4::CallChanged()
 {
     const QString call = ui_->Corresponsal->text();
     log_->ShowDuplicates();
-    if (call.size() >= shortestLookup) {
+    ShowMaster();
+    if (call.size() >= shortestLookup)
         ui_->Label11->setText(program_.dxcc.CountryOf(call));
-        if (ui_->Check8->isChecked())
-            master_->Show(program_.master.Search(call));
-    } else {
-        master_->Clear();
-    }
     if (call.isEmpty())
         ui_->Label11->clear();
     macros_->CallChanged();
+}
+
+void Form4::ShowMaster()
+{
+    const QString call = ui_->Corresponsal->text();
+    if (call.size() >= shortestLookup && ui_->Check8->isChecked())
+        master_->Show(program_.master.Search(call));
+    else
+        master_->Clear();
 }
 
 // An entry was taken. By mouse the operator goes on with the call; by keys he may still be on the way to the entry he
@@ -336,10 +344,8 @@ bool Form4::PreviewKey(QKeyEvent *event)
     switch (event->key()) {
     case Qt::Key_Return:
     case Qt::Key_Enter:
-        if (!event->isAutoRepeat() && !working_) {
-            if (!ui_->ESM->isChecked() || !InCw() || !macros_->Enter())
-                Store();
-        }
+        if (!event->isAutoRepeat() && !working_)
+            EnterPressed();
         return true;
     case Qt::Key_Space:
         (CurrentField() == ui_->Corresponsal ? ui_->RSR : ui_->Corresponsal)->setFocus();
@@ -371,9 +377,17 @@ bool Form4::PreviewKey(QKeyEvent *event)
     }
 }
 
+void Form4::EnterPressed()
+{
+    if (!ui_->ESM->isChecked() || !InCw() || !macros_->Enter())
+        Store();
+}
+
 // The keys that go on the air.
 bool Form4::SendKey(QKeyEvent *event)
 {
+    if (event->modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier))
+        return false;
     const int key = event->key();
     const bool manual = key == Qt::Key_Down && InCw();
     if (!manual && key != Qt::Key_F9 && (key < Qt::Key_F1 || key > Qt::Key_F7))
@@ -397,7 +411,7 @@ bool Form4::PreviewKeyRelease(QKeyEvent *event)
     return event->key() == Qt::Key_Down && InCw();
 }
 
-// The release of a held key goes to whatever came in front.
+// The release of a held key goes to whatever came in front, a list or a menu of this window included.
 bool Form4::event(QEvent *event)
 {
     if (event->type() == QEvent::WindowDeactivate || event->type() == QEvent::Hide)

@@ -72,6 +72,7 @@ private:
     void BuildMenu();
     void Activate();
     void ShowPanels();
+    void EnterPressed();
     bool SendKey(QKeyEvent *event);
     void Escape();
     void EditMacros();
@@ -81,6 +82,7 @@ private:
     bool Store();
     void Stored(const QsoRow &row);
     void CallChanged();
+    void ShowMaster();
     void Chosen(const QComboBox *list);
     void ModeChosen();
     void RunCommand(void (Form4::*work)());

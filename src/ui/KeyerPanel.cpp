@@ -16,8 +16,7 @@ KeyerPanel::KeyerPanel(Program &program, Ui::Form4 &ui, Window &window, std::fun
     , ui_(ui)
     , window_(window)
     , portTaken_(std::move(portTaken))
-    , keyer_(program.lines, program.makePacer())
-    , watchdog_(program.scheduler.Make(1000, [this] { keyer_.CheckHold(); }))
+    , keyer_(program.lines, program.makePacer(), program.scheduler)
 {
     ui_.Combo3->addItems(KeyerPorts());
     Connect();
@@ -29,8 +28,11 @@ void KeyerPanel::Connect()
     connect(ui_.Check3, &QCheckBox::clicked, this, &KeyerPanel::ChooseLine);
     connect(ui_.Check4, &QCheckBox::clicked, this, [this](bool rts) { ChooseLine(!rts); });
     connect(ui_.Combo3, &QComboBox::activated, this, [this] {
-        if (!portTaken_())
-            ChoosePort();
+        if (portTaken_()) {
+            ui_.Combo3->setCurrentText(port_);
+            return;
+        }
+        ChoosePort();
         Q_EMIT Used();
     });
     connect(&keyer_, &CwKeyer::Changed, this, &KeyerPanel::Show);
@@ -49,28 +51,36 @@ void KeyerPanel::Connect()
 void KeyerPanel::Open()
 {
     leaving_ = false;
+    keyer_.ClearStop();
+    if (!keyer_.IsRunning())
+        TakePort();
+    ui_.HScroll1->setValue(CwSpeed::start);
+    keyer_.SetSpeed(CwSpeed::start);
+    SaveSpeed();
+    Show();
+}
+
+void KeyerPanel::TakePort()
+{
     const CwSettings settings = ReadCwSettings(program_.logbook);
     ui_.Combo3->setCurrentText(settings.port);
     ui_.Check3->setChecked(settings.dtr);
     ui_.Check4->setChecked(!settings.dtr);
     keyer_.SetLine(settings.dtr ? ModemLine::DTR : ModemLine::RTS);
-    keyer_.ClearStop();
-    if (!portTaken_())
+    port_ = settings.port;
+    if (portTaken_())
+        ShowPortTrouble(u"El llamador de CQ está usando su puerto. Elija el puerto cuando termine."_qs);
+    else
         ChoosePort();
-    ui_.HScroll1->setValue(CwSpeed::start);
-    keyer_.SetSpeed(CwSpeed::start);
-    SaveSpeed();
-    watchdog_->Start();
-    Show();
 }
 
 QString KeyerPanel::Close()
 {
     keyer_.Stop();
+    keyer_.Replace({});
     keyer_.CwKeyUp();
     leaving_ = true;
     Show();
-    watchdog_->Stop();
     const Result<void> saved =
         SaveKeyerSettings(program_.logbook, {ui_.Combo3->currentText(), ui_.Check3->isChecked()});
     return saved ? QString() : saved.failure().text;
@@ -78,7 +88,8 @@ QString KeyerPanel::Close()
 
 void KeyerPanel::ChoosePort()
 {
-    const Result<void> opened = keyer_.Choose(ui_.Combo3->currentText());
+    port_ = ui_.Combo3->currentText();
+    const Result<void> opened = keyer_.Choose(port_);
     ShowPortTrouble(opened ? QString() : opened.failure().text);
 }
 
@@ -134,10 +145,10 @@ void KeyerPanel::Show()
 {
     const CwKeyer::View view = keyer_.Shown();
     // Of a long text the end is what counts.
-    const bool fits =
-        ui_.Label10->fontMetrics().horizontalAdvance(view.sent) <= ui_.Label10->contentsRect().width() - 8;
+    const QString sent = CwKeyer::OnOneLine(view.sent);
+    const bool fits = ui_.Label10->fontMetrics().horizontalAdvance(sent) <= ui_.Label10->contentsRect().width() - 8;
     ui_.Label10->setAlignment((fits ? Qt::AlignLeft : Qt::AlignRight) | Qt::AlignVCenter);
-    ui_.Label10->setText(view.sent);
+    ui_.Label10->setText(sent);
     ui_.Image1->setVisible(view.keyed);
     for (QWidget *control : std::initializer_list<QWidget *>{ui_.Combo3, ui_.Check3, ui_.Check4})
         control->setEnabled(!view.running);

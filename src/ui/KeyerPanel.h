@@ -2,7 +2,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "core/Scheduler.h"
 #include "keyer/CwKeyer.h"
 
 #include <QObject>
@@ -30,7 +29,8 @@ public:
     // While `portTaken` says so the caller of the recorded CQ holds the port, and none is chosen.
     KeyerPanel(Program &program, Ui::Form4 &ui, Window &window, std::function<bool()> portTaken);
 
-    // Port, line and speed as they stand at the opening of a contest; opens the port.
+    // Port, line and speed as they stand at the opening of a contest; opens the port. Of a text that is being sent only
+    // the speed changes.
     void Open();
     // Ends what is being sent and keeps port and line; gives what went wrong.
     QString Close();
@@ -54,6 +54,7 @@ Q_SIGNALS:
 
 private:
     void Connect();
+    void TakePort();
     void ChoosePort();
     void ChooseLine(bool dtr);
     void SpeedChanged(int speed);
@@ -65,7 +66,7 @@ private:
     Window &window_;
     std::function<bool()> portTaken_;
     CwKeyer keyer_;
-    std::unique_ptr<Scheduler::Timer> watchdog_;
+    QString port_; // the entry that is in force
     int SavedSpeed_ = 20;
     bool CwSpeedMark_ = false; // the text moves the speed bar; the focus stays
     bool leaving_ = false; // the port goes when the character in hand has ended

@@ -39,7 +39,7 @@ void KeyerTest::ShowTest()
     ui_->resultado->clear();
     ui_->consejo->clear();
     running_ = false;
-    keyer_ = std::make_unique<CwKeyer>(program_.lines, program_.makePacer());
+    keyer_ = std::make_unique<CwKeyer>(program_.lines, program_.makePacer(), program_.scheduler);
     connect(keyer_.get(), &CwKeyer::Changed, this, &KeyerTest::Follow);
     connect(keyer_.get(), &CwKeyer::LineLost, this, [this] { lost_ = true; });
     ui_->probar->setFocus();

@@ -55,7 +55,7 @@ MacroFields MacroPanel::Fields() const
         SavedCall_, SavedSerie_};
 }
 
-void MacroPanel::SendMacro(int index)
+bool MacroPanel::SendMacro(int index)
 {
     keyer_.SaveSpeed();
     if (index == MacroCq && ui_.ESM->isChecked() && ui_.SYP->isChecked()) {
@@ -64,11 +64,10 @@ void MacroPanel::SendMacro(int index)
     }
     const QString text = MacroMessage(macros_, index, Fields());
     // The contact is on the disk before its TU is heard, and one that is not gets none.
-    bool stored = true;
-    if (index == MacroTu && !ui_.Corresponsal->text().isEmpty() && !ui_.RSR->text().isEmpty())
-        stored = store_();
-    if (stored)
-        keyer_.Send(text);
+    if (index == MacroTu && !ui_.Corresponsal->text().isEmpty() && !ui_.RSR->text().isEmpty() && !store_())
+        return false;
+    keyer_.Send(text);
+    return true;
 }
 
 void MacroPanel::SendExchangeAgain(const QString &call, const QString &serial)
@@ -88,15 +87,17 @@ bool MacroPanel::Enter()
         SavedCall_ = ui_.Corresponsal->text();
         SavedSerie_ = ui_.RSE->text();
     }
-    if (step.macro)
-        SendMacro(*step.macro);
-    else
+    bool sent = true;
+    if (step.sends == EsmStep::Sends::Message)
+        sent = SendMacro(step.macro);
+    else if (step.sends == EsmStep::Sends::ExchangeAgain)
         SendExchangeAgain(SavedCall_, SavedSerie_);
-    if (step.focus == EsmStep::Focus::Call)
+    // A refused contact has put the focus where something is missing.
+    if (sent && step.focus == EsmStep::Focus::Call)
         Q_EMIT Used();
-    else if (step.focus == EsmStep::Focus::Exchange)
+    else if (sent && step.focus == EsmStep::Focus::Exchange)
         ui_.RSR->setFocus();
-    return step.macro == MacroTu;
+    return step.stopsAutoCq;
 }
 
 void MacroPanel::HighlightMacro(int index)

@@ -30,14 +30,15 @@ class MacroPanel : public QObject {
     Q_OBJECT
 
 public:
-    // `store` does what Enter does without ESM; false when the database did not take the contact.
+    // `store` does what Enter does without ESM; false when the contact is not stored.
     MacroPanel(Program &program, Ui::Form4 &ui, KeyerPanel &keyer, std::function<bool()> store, QObject *parent);
 
     // Reads the macros; gives what went wrong.
     QString Load();
     MacroTexts &Texts() { return macros_; }
 
-    void SendMacro(int index);
+    // False when the contact that the message thanks for was not stored; then it is not sent.
+    bool SendMacro(int index);
     void SendExchangeAgain(const QString &call, const QString &serial);
     // What Enter does with ESM, before the store. True when it has seen to the store itself.
     bool Enter();

@@ -4,6 +4,7 @@
 #include "keyer/KeyerReport.h"
 #include "support/FixedClock.h"
 #include "support/ManualPacer.h"
+#include "support/ManualScheduler.h"
 #include "support/RecordingPorts.h"
 #include "support/TestRegistry.h"
 
@@ -19,7 +20,7 @@ class TestCwKeyer : public QObject {
     {
         QStringList edges;
         for (const QString &line : ports_->Taken())
-            if (line.contains(u"DTR"))
+            if (line.contains(u" DTR ") && !line.endsWith(u"low"))
                 edges << line.section(u' ', 0, 0) + (line.endsWith(u'1') ? u'+' : u'-');
         return edges.join(u' ');
     }
@@ -45,7 +46,7 @@ private Q_SLOTS:
         start_ = time_->now;
         ports_->clock = [this] { return double(time_->now - start_) / 1000; };
         lines_ = std::make_unique<SerialLines>(*logbook_, *ports_);
-        keyer_ = std::make_unique<CwKeyer>(*lines_, std::make_unique<ManualPacer>(time_));
+        keyer_ = std::make_unique<CwKeyer>(*lines_, std::make_unique<ManualPacer>(time_), scheduler_);
         QVERIFY(keyer_->Choose(u"COM1"_qs));
         ports_->Taken();
     }
@@ -109,13 +110,18 @@ private Q_SLOTS:
         Advance(1000);
         QCOMPARE(Edges(), u"0+ 60- 165+ 225- 330+ 510-"_qs);
         QCOMPARE(keyer_->Shown().sent, u"ET"_qs);
-        // A stop before the nested run is only seen by it, behind its first character.
-        Send(u"eeee"_qs);
-        Advance(30);
-        keyer_->Stop();
-        keyer_->CwSendPending();
-        Advance(1000);
-        QCOMPARE(Edges(), u"0+ 60- 165+ 225-"_qs);
+        // A stop before the nested run is only seen by it, behind its first character; one after it ends both.
+        for (const bool stopFirst : {true, false}) {
+            Send(u"eeee"_qs);
+            Advance(30);
+            if (stopFirst)
+                keyer_->Stop();
+            keyer_->CwSendPending();
+            if (!stopFirst)
+                keyer_->Stop();
+            Advance(1000);
+            QCOMPARE(Edges(), stopFirst ? u"0+ 60- 165+ 225-"_qs : u"0+ 60-"_qs);
+        }
     }
 
     void ReplacedText()
@@ -177,13 +183,49 @@ private Q_SLOTS:
         Send(u"t"_qs);
         time_->service = {};
         time_->now += 10'500'000;
-        keyer_->CheckHold();
+        scheduler_.Advance(1000);
         QCOMPARE(held.size(), 1);
         time_->now += 1'000'000;
-        keyer_->CheckHold();
-        keyer_->CheckHold();
+        scheduler_.Advance(3000);
         QCOMPARE(held.size(), 2);
-        QVERIFY(ports_->Taken().join(u',').endsWith(u"ttyS0 low"));
+        QVERIFY(!keyer_->Shown().keyed);
+        QVERIFY(ports_->Taken().join(u',').endsWith(u"ttyS0 DTR low"));
+    }
+
+    // It raised the line and cannot lower it any more: then the port goes, and the system lowers it.
+    void AnOrderThatFailsLeavesThePort()
+    {
+        QSignalSpy lost(keyer_.get(), &CwKeyer::LineLost);
+        ports_->deafToOff = true;
+        Send(u"ee"_qs);
+        Advance(1000);
+        QCOMPARE(lost.size(), 1);
+        QCOMPARE(keyer_->Shown().sent, u"EE"_qs);
+        QVERIFY2(ports_->Taken().join(u',').endsWith(u"RTS low,60 /dev/ttyS0 DTR low,60 close /dev/ttyS0"), "");
+    }
+
+    // A line chosen while the key is closed: it opens where it was closed.
+    void ALineChosenWhileKeyed()
+    {
+        keyer_->CwKeyDown();
+        keyer_->SetLine(ModemLine::RTS);
+        keyer_->CwKeyUp();
+        keyer_->CwKeyDown();
+        keyer_->CwKeyUp();
+        QCOMPARE(ports_->Taken().join(u',').remove(u"0 /dev/ttyS0 "_qs), u"DTR 1,DTR 0,RTS 1,RTS 0"_qs);
+    }
+
+    void Silence()
+    {
+        Send(u"t"_qs);
+        Advance(10);
+        lines_->Silence();
+        QVERIFY(keyer_->Choose(u"COM1"_qs));
+        Advance(2000);
+        Send(u"e"_qs);
+        Advance(2000);
+        const QString record = ports_->Taken().join(u',');
+        QVERIFY2(record.contains(u"10 /dev/ttyS0 DTR 0,10 close") && record.count(u"DTR 1") == 1, qPrintable(record));
     }
 
     // After a standstill the elements keep their lengths instead of being hurried through.
@@ -208,7 +250,6 @@ private Q_SLOTS:
         QCOMPARE(lost.size(), 1); // told once
         ports_->gone.clear();
         QVERIFY(keyer_->Choose(u"COM1"_qs));
-        ports_->Taken();
         Send(u"e"_qs);
         Advance(1000);
         QCOMPARE(Edges(), u"0+ 60-"_qs);
@@ -256,6 +297,7 @@ private:
     std::unique_ptr<RecordingPorts> ports_;
     std::shared_ptr<ManualPacer::Time> time_;
     std::unique_ptr<SerialLines> lines_;
+    ManualScheduler scheduler_;
     std::unique_ptr<CwKeyer> keyer_;
     qint64 start_ = 0;
 };

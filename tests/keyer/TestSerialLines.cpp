@@ -70,6 +70,19 @@ private Q_SLOTS:
         QVERIFY(!lines.Open(User::Keyer, u"COM3"_qs));
         QVERIFY(!lines.IsOpen(User::Keyer));
         QCOMPARE(record(), u"close ttyS1"_qs);
+
+        // What the other one holds is not lowered, and a device that failed is opened anew for both.
+        QVERIFY(lines.Open(User::Caller, u"COM1"_qs) && lines.Open(User::Keyer, u"COM1"_qs));
+        QVERIFY(lines.Set(User::Caller, ModemLine::RTS, true) && lines.Set(User::Keyer, ModemLine::RTS, false));
+        lines.ForceLow(User::Keyer, ModemLine::DTR);
+        QCOMPARE(record(), u"open ttyS0, ttyS0 RTS 1, ttyS0 DTR low"_qs);
+        ports.gone << u"/dev/ttyS0"_qs;
+        QVERIFY(!lines.Set(User::Keyer, ModemLine::DTR, true));
+        ports.gone.clear();
+        record();
+        QVERIFY(lines.Open(User::Keyer, u"COM1"_qs));
+        QVERIFY(lines.Set(User::Caller, ModemLine::RTS, true) && lines.Set(User::Keyer, ModemLine::DTR, true));
+        QCOMPARE(record(), u"open ttyS0, close ttyS0, ttyS0 RTS 1, ttyS0 DTR 1"_qs);
     }
 };
 

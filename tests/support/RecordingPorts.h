@@ -16,6 +16,7 @@ public:
     std::function<double()> clock;
     QHash<QString, Failure> refused; // by device
     QStringList gone; // devices that do not take orders any more
+    bool deafToOff = false; // lines can be raised and not lowered
 
     // What was recorded since the last call.
     QStringList Taken()
@@ -43,12 +44,15 @@ private:
         ~Port() override { owner_.Write(u"close "_qs + device_); }
         bool Set(ModemLine line, bool on) override
         {
-            if (owner_.gone.contains(device_))
+            if (owner_.gone.contains(device_) || (!on && owner_.deafToOff))
                 return false;
             owner_.Write(device_ + (line == ModemLine::RTS ? u" RTS "_qs : u" DTR "_qs) + (on ? u'1' : u'0'));
             return true;
         }
-        void ForceLow() override { owner_.Write(device_ + u" low"); }
+        void ForceLow(ModemLine line) override
+        {
+            owner_.Write(device_ + (line == ModemLine::RTS ? u" RTS low" : u" DTR low"));
+        }
 
     private:
         RecordingPorts &owner_;

@@ -160,6 +160,26 @@ private Q_SLOTS:
         QCOMPARE(desk_->Calls(u"CONDOR"_qs).size(), 1);
     }
 
+    void WhatIsMissingComesFirst()
+    {
+        InCw([&] {
+            Tick(u"ESM"_qs);
+            desk_->Fill(u"RSR"_qs, u"5"_qs);
+            desk_->Press(Qt::Key_Return); // an exchange of nobody
+            QVERIFY(!Sending());
+            QCOMPARE(desk_->Focus(), u"Corresponsal"_qs);
+            desk_->Type(u"LU1ABC"_qs);
+            desk_->Fill(u"RSE"_qs, u" "_qs);
+            desk_->Put(u"RSE"_qs, QString());
+            desk_->Find(u"RSR"_qs)->setFocus();
+            desk_->Press(Qt::Key_Return);
+            QVERIFY(!Sending());
+            QCOMPARE(desk_->Focus(), u"RSE"_qs);
+            QCOMPARE(desk_->Told(), (QStringList{u"!Falta la Serie Enviada"_qs}));
+        });
+        QVERIFY(desk_->Calls(u"CONDOR"_qs).isEmpty());
+    }
+
     void FixedExchange()
     {
         InCw(
@@ -184,6 +204,9 @@ private Q_SLOTS:
             desk_->Advance(20);
             QVERIFY(Sending());
             desk_->Press(Qt::Key_Escape);
+            desk_->Advance(6000);
+            QVERIFY(!Sending());
+            Tick(u"Check8"_qs); // MasterCheck is no reason to call
             desk_->Advance(6000);
             QVERIFY(!Sending());
             // The call is typed and wiped: the calls begin again.
@@ -237,7 +260,7 @@ private Q_SLOTS:
             desk_->Advance(10);
             QVERIFY(desk_->Find(u"Image1"_qs)->isVisible());
             QTest::keyRelease(desk_->Find(u"Corresponsal"_qs), Qt::Key_Down);
-            QCOMPARE(Lines(), u"ttyS1 RTS 0, close ttyS1, open ttyUSB2, ttyUSB2 DTR 1, ttyUSB2 DTR 0"_qs);
+            QCOMPARE(Lines(), u"close ttyS1, open ttyUSB2, ttyUSB2 DTR 1, ttyUSB2 DTR 0"_qs);
             desk_->Advance(10);
             QVERIFY(!desk_->Find(u"Image1"_qs)->isVisible());
             QTest::keyPress(desk_->Find(u"Corresponsal"_qs), Qt::Key_Down);
@@ -290,9 +313,16 @@ private Q_SLOTS:
             });
             QCOMPARE(Press(Qt::Key_F6), u"AGN"_qs);
             QVERIFY(desk_->Content(u"macros_concurso_3.cfg"_qs).contains("macro6=AGN\r\n"));
-            // Esc takes the whole window up anew.
+            // Esc takes the whole window up anew, but for the port of a text that is going out.
+            desk_->Press(Qt::Key_F1);
+            desk_->Advance(50);
+            Lines();
             edit([&] { desk_->Press(Qt::Key_Escape); });
             QCOMPARE(desk_->Text(u"LabelVel"_qs), u"Vel 20 ppm"_qs);
+            QCOMPARE(Sent(), u"CQ LU9ZZZ LU9ZZZ >>TEST<<"_qs);
+            QVERIFY(!Lines().contains(u"open"));
+            edit([&] { desk_->Press(Qt::Key_Escape); });
+            QCOMPARE(Lines(), u"close ttyS0, open ttyS0"_qs);
         });
     }
 

@@ -62,14 +62,17 @@ Result<void> FileSystem::Replace(const QString &path, const QByteArray &content,
     QSaveFile file(path);
     if (!file.open(QIODevice::WriteOnly))
         return OpenFailure(path, file);
-    if (!WriteAll(file, content) || (sync == Sync::Yes && !PlatformFile::Sync(file.handle()))) {
+    // Where the disk knows no owners this fails, and nothing can be done about it.
+    if (sync == Sync::YesOwnerOnly)
+        static_cast<void>(file.setPermissions(QFileDevice::ReadOwner | QFileDevice::WriteOwner));
+    if (!WriteAll(file, content) || (sync != Sync::No && !PlatformFile::Sync(file.handle()))) {
         const Failure failure = WriteFailure(path, file);
         file.cancelWriting();
         return failure;
     }
     if (!file.commit())
         return WriteFailure(path, file);
-    if (sync == Sync::Yes)
+    if (sync != Sync::No)
         PlatformFile::SyncFolder(QFileInfo(path).absolutePath());
     return {};
 }

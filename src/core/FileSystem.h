@@ -16,6 +16,7 @@ public:
     enum class Sync {
         No, // atomic, but may be lost with the power: small state files written at every QSO
         Yes, // on the disk when the call returns
+        YesOwnerOnly, // the same, and nobody but the owner may read the file, not even while it is being written
     };
 
     virtual ~FileSystem() = default;

@@ -3,14 +3,12 @@
 #include "core/Logbook.h"
 
 #include "core/QsoTable.h"
+#include "core/Services.h"
 #include "core/TextFile.h"
 
 const QString Logbook::AppVersion = QStringLiteral(TORDILLO_VERSION);
 
 namespace {
-
-// The default address of the LdA server; its real one is set by the operator or in servicios.ini.
-const QString defaultLdaServer = u"https://lda.example"_qs;
 
 const QString configName = u"config.ini"_qs;
 
@@ -52,7 +50,7 @@ bool LoadConfig(Logbook &logbook)
     const auto lines = TextFile::ReadLines(logbook.Files(), logbook.PathOf(configName));
     const bool themeTold = ReadConfigLines(lines.value_or(QStringList()), configuration);
     if (configuration.LDAQ_web.isEmpty())
-        configuration.LDAQ_web = defaultLdaServer;
+        configuration.LDAQ_web = ServiceAddress(logbook, Service::LdaDefault);
     logbook.LogInUse = configuration.LogenUso;
     ShowCaptions(logbook);
     return themeTold;
@@ -65,7 +63,7 @@ Result<void> SaveConfig(Logbook &logbook, bool firstRun)
             return made;
     const QStringList lines = ConfigLines(logbook.configuration, logbook.LogInUse);
     const Result<void> written =
-        TextFile::WriteLines(logbook.Files(), logbook.PathOf(configName), lines, FileSystem::Sync::Yes);
+        TextFile::WriteLines(logbook.Files(), logbook.PathOf(configName), lines, FileSystem::Sync::YesOwnerOnly);
     if (written)
         ShowCaptions(logbook);
     return written;

@@ -3,11 +3,14 @@
 #include "core/Run.h"
 
 #include <algorithm>
+#include <utility>
 
 void Runs::CancelAll()
 {
-    for (Run *run : active_)
-        run->Cancel();
+    const std::vector<Run *> asked = active_;
+    for (Run *run : asked)
+        if (std::find(active_.begin(), active_.end(), run) != active_.end()) // another may have ended with it
+            run->Cancel();
 }
 
 Run::Run(Runs &runs, Pump pump, Progress progress, int pauseMilliseconds)
@@ -21,6 +24,15 @@ Run::Run(Runs &runs, Pump pump, Progress progress, int pauseMilliseconds)
 }
 
 Run::~Run() { std::erase(runs_.active_, this); }
+
+void Run::Cancel()
+{
+    if (cancelled_)
+        return;
+    cancelled_ = true;
+    if (const auto stop = std::exchange(stop_, {}))
+        stop();
+}
 
 bool Run::Step(qint64 done, qint64 total)
 {

@@ -39,13 +39,17 @@ public:
     // Reports progress and lets events through when it is time. False once the work is to stop.
     bool Step(qint64 done, qint64 total = 0);
 
-    void Cancel() { cancelled_ = true; }
+    // For work that waits for the outside world and takes no steps meanwhile: `stop` is called when the run is
+    // cancelled. It may end the run.
+    void WhenCancelled(std::function<void()> stop) { stop_ = std::move(stop); }
+    void Cancel();
     bool Cancelled() const { return cancelled_; }
 
 private:
     Runs &runs_;
     Pump pump_;
     Progress progress_;
+    std::function<void()> stop_;
     int pauseMilliseconds_;
     QElapsedTimer sinceEvents_;
     bool cancelled_ = false;

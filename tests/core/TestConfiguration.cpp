@@ -171,6 +171,23 @@ private Q_SLOTS:
         QCOMPARE(logbook_->LogInUse, u"Otro"_qs); // the file does not tell it
         QCOMPARE(logbook_->captions.station, u"LU9ZZZ"_qs);
     }
+
+    // It holds passwords, the one of LdA as it was typed.
+    void OnlyTheOwnerReadsTheFile()
+    {
+        QFile file(Config());
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        QVERIFY(file.setPermissions(QFile::Permissions(0x6666)));
+        file.close();
+        for (int round = 0; round < 2; ++round) {
+            QVERIFY(SaveConfig(*logbook_, true));
+            const QFile::Permissions others =
+                QFile::ReadGroup | QFile::WriteGroup | QFile::ReadOther | QFile::WriteOther;
+            QCOMPARE(QFile::permissions(Config()) & others, QFile::Permissions());
+            QVERIFY(QFile::permissions(Config()) & QFile::ReadOwner);
+            QVERIFY(QFile::remove(Config())); // and without an older file too
+        }
+    }
 };
 
 TORDILLO_TEST(TestConfiguration)

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "core/OptionFile.h"
 #include "core/Profiles.h"
+#include "core/Services.h"
 #include "support/Fixtures.h"
 
 // The small files that an operator may write by hand.
@@ -20,6 +21,15 @@ private Q_SLOTS:
             Put(u"servicios.ini"_qs, content);
             QCOMPARE(OptionFile(*logbook_, u"servicios.ini"_qs, u"servicios"_qs).Value(u"Lda"_qs, u"preset"_qs), value);
         }
+    }
+    void ServicesArePointedElsewhere()
+    {
+        Put(u"servicios.ini"_qs, "[servicios]\nlda=http://127.0.0.1:80//\neqsl=\nlda_predeterminada=http://mia\n");
+        QCOMPARE(ServiceAddress(*logbook_, Service::Lda), u"http://127.0.0.1:80"_qs);
+        QCOMPARE(ServiceAddress(*logbook_, Service::Eqsl), u"https://www.eqsl.cc"_qs);
+        QCOMPARE(ServiceAddress(*logbook_, Service::LdaSecure2), u"https://segura2.lda.example"_qs);
+        LoadConfig(*logbook_);
+        QCOMPARE(logbook_->configuration.LDAQ_web, u"http://mia"_qs);
     }
     void ProfilesComeBackInUpperCase()
     {

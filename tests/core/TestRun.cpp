@@ -27,6 +27,23 @@ private Q_SLOTS:
         QVERIFY(!runs.Any());
     }
 
+    void WaitingWorkIsToldAtOnceAndMayEndThen()
+    {
+        Runs runs;
+        int stopped = 0;
+        auto first = std::make_unique<Run>(runs, Pump()), second = std::make_unique<Run>(runs, Pump());
+        second->WhenCancelled([&] { ++stopped; });
+        first->WhenCancelled([&] {
+            ++stopped;
+            first->Cancel();
+            second.reset();
+            first.reset();
+        });
+        runs.CancelAll();
+        QCOMPARE(stopped, 1);
+        QVERIFY(!runs.Any());
+    }
+
     void EscInThePumpStopsAllThatRuns()
     {
         Runs runs;

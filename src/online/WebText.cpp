@@ -1,0 +1,146 @@
+// SPDX-FileCopyrightText: 2026 The Tordillo Compact authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "online/WebText.h"
+
+#include "core/CodePage.h"
+
+#include <QHash>
+#include <QRegularExpression>
+#include <QStringDecoder>
+
+namespace WebText {
+
+namespace {
+
+constexpr char16_t encodedSigns[] = u"%!*'();:@&=+$,/?#[]";
+constexpr char16_t forbiddenSigns[] = u"\"<>#\\^`{|}";
+
+QString Code(QChar sign) { return u'%' + QString::number(sign.unicode(), 16).toUpper().rightJustified(2, u'0'); }
+
+bool IsHexPair(QStringView text)
+{
+    const auto isHex = [](QChar c) { return (c >= u'0' && c <= u'9') || (c.toUpper() >= u'A' && c.toUpper() <= u'F'); };
+    return text.size() == 2 && isHex(text[0]) && isHex(text[1]);
+}
+
+const QHash<QString, QChar> &Entities()
+{
+    static const QHash<QString, QChar> entities{{u"amp"_qs, u'&'}, {u"lt"_qs, u'<'}, {u"gt"_qs, u'>'},
+        {u"quot"_qs, u'"'}, {u"apos"_qs, u'\''}, {u"nbsp"_qs, u' '}, {u"aacute"_qs, u'á'}, {u"eacute"_qs, u'é'},
+        {u"iacute"_qs, u'í'}, {u"oacute"_qs, u'ó'}, {u"uacute"_qs, u'ú'}, {u"ntilde"_qs, u'ñ'}, {u"uuml"_qs, u'ü'},
+        {u"Aacute"_qs, u'Á'}, {u"Eacute"_qs, u'É'}, {u"Iacute"_qs, u'Í'}, {u"Oacute"_qs, u'Ó'}, {u"Uacute"_qs, u'Ú'},
+        {u"Ntilde"_qs, u'Ñ'}, {u"Uuml"_qs, u'Ü'}, {u"iexcl"_qs, u'¡'}, {u"iquest"_qs, u'¿'}, {u"ordm"_qs, u'º'},
+        {u"ordf"_qs, u'ª'}};
+    return entities;
+}
+
+// The character of "amp", "#241" or "#xF1"; empty for what is none of these.
+QString CharacterOfEntity(const QString &name)
+{
+    if (!name.startsWith(u'#')) {
+        const auto found = Entities().find(name);
+        return found == Entities().end() ? QString() : QString(*found);
+    }
+    const bool hexadecimal = name.size() > 1 && name[1].toLower() == u'x';
+    bool ok = false;
+    const uint code = QStringView(name).mid(hexadecimal ? 2 : 1).toUInt(&ok, hexadecimal ? 16 : 10);
+    const bool character = ok && code >= 0x20 && code <= 0x10FFFF && !(code >= 0xD800 && code <= 0xDFFF);
+    return character ? QString::fromUcs4(reinterpret_cast<const char32_t *>(&code), 1) : QString();
+}
+
+QByteArray CharsetOf(const QByteArray &contentType)
+{
+    const QByteArray lower = contentType.toLower();
+    const qsizetype at = lower.indexOf("charset=");
+    if (at < 0)
+        return {};
+    return lower.mid(at + 8).split(';').first().trimmed().replace('"', "").replace('\'', "");
+}
+
+bool IsOurCodePage(const QByteArray &charset)
+{
+    // Pages that name the older of these are meant for the newer, and browsers read them so.
+    return charset == "windows-1252" || charset == "cp1252" || charset == "iso-8859-1" || charset == "latin1"
+        || charset == "us-ascii";
+}
+
+} // namespace
+
+QString PercentEncode(QStringView text)
+{
+    QString encoded;
+    for (const QChar sign : text)
+        encoded += QStringView(encodedSigns).contains(sign) ? Code(sign) : QString(sign);
+    return encoded;
+}
+
+QByteArray AddressBytes(QStringView address)
+{
+    const QByteArray utf8 = address.toUtf8();
+    QByteArray bytes;
+    for (qsizetype i = 0; i < utf8.size(); ++i) {
+        const QChar sign = QChar::fromLatin1(utf8[i]);
+        const bool forbidden = sign <= u' ' || sign >= QChar(0x7F) || QStringView(forbiddenSigns).contains(sign)
+            || (sign == u'%' && !IsHexPair(QString::fromLatin1(utf8.mid(i + 1, 2))));
+        bytes += forbidden ? Code(sign).toLatin1() : QByteArray(1, utf8[i]);
+    }
+    return bytes;
+}
+
+QString Decode(const QByteArray &bytes, const QByteArray &contentType)
+{
+    const QByteArray charset = CharsetOf(contentType);
+    if (IsOurCodePage(charset))
+        return CodePage::ToText(bytes);
+    if (!charset.isEmpty())
+        if (QStringDecoder named(charset.constData()); named.isValid())
+            return named(bytes);
+    QStringDecoder utf8(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless); // a character cut off is an error
+    QString text = utf8(bytes);
+    return utf8.hasError() ? CodePage::ToText(bytes) : text;
+}
+
+QString DecodeEntities(const QString &text)
+{
+    static const QRegularExpression entity(u"&(#?[A-Za-z0-9]{1,8});"_qs);
+    QString decoded;
+    qsizetype done = 0;
+    for (auto found = entity.globalMatch(text); found.hasNext();) {
+        const QRegularExpressionMatch match = found.next();
+        const QString character = CharacterOfEntity(match.captured(1));
+        if (character.isEmpty())
+            continue;
+        decoded += QStringView(text).mid(done, match.capturedStart() - done) + character;
+        done = match.capturedEnd();
+    }
+    return decoded + QStringView(text).mid(done);
+}
+
+QString PageText(const QString &page)
+{
+    static const QRegularExpression unseen(u"<!--.*?-->|<(script|style|head)\\b.*?</\\1\\s*>"_qs,
+        QRegularExpression::CaseInsensitiveOption | QRegularExpression::DotMatchesEverythingOption);
+    static const QRegularExpression breaks(
+        u"<(br|/?p|/?div|/?tr|/?h[1-6]|/?li|/?ul|/?table|hr)\\b[^>]*>"_qs, QRegularExpression::CaseInsensitiveOption);
+    static const QRegularExpression tags(u"<[!/?A-Za-z][^>]*>"_qs);
+    static const QRegularExpression blanks(u"\\s+"_qs), lines(u" *\\x{1E} *(?:\\x{1E} *)*"_qs);
+    if (!page.contains(tags))
+        return DecodeEntities(page).trimmed();
+    // The line breaks of the page itself are blanks; those that its tags make are marked until these are gone.
+    QString text = page;
+    text.remove(unseen).replace(breaks, u"\x1E"_qs).remove(tags).replace(blanks, u" "_qs).replace(lines, u"\n"_qs);
+    return DecodeEntities(text).trimmed();
+}
+
+QString WithoutSecret(QString text, const QString &secret)
+{
+    constexpr qsizetype shortest = 3; // a shorter one would be found in every word
+    if (secret.size() < shortest)
+        return text;
+    const QString encoded = PercentEncode(secret);
+    for (const QString &form : {QString::fromLatin1(AddressBytes(encoded)), encoded, secret})
+        text.replace(form, u"***"_qs, Qt::CaseInsensitive);
+    return text;
+}
+
+} // namespace WebText

@@ -133,7 +133,7 @@ void CallSearch::SearchQrz(const QrzAccount &account, const QString &call)
     account_ = account;
     SearchedCall_ = call;
     Login(CallLookup::QrzLoginAddress(account.base, account.user, account.password));
-    Q_EMIT Activity(u"Conectando a QRZ ..."_qs);
+    Q_EMIT Activity(LookupResult::Service::Qrz, u"Conectando a QRZ ..."_qs);
 }
 
 void CallSearch::Probe(const QString &loginAddress, const QString &call)
@@ -165,7 +165,7 @@ void CallSearch::LoggedIn(const WebReply &reply)
         return;
     }
     Q_EMIT Raw(key);
-    Q_EMIT Activity(u"Buscando a "_qs + SearchedCall_ + u" en " + qrzName);
+    Q_EMIT Activity(LookupResult::Service::Qrz, u"Buscando a "_qs + SearchedCall_ + u" en " + qrzName);
     const QString query = CallLookup::QrzQueryAddress(account_.base, key, SearchedCall_);
     request_ = client_.Get(query, [this](const WebReply &answer) {
         request_.reset();
@@ -180,7 +180,7 @@ void CallSearch::SearchLda(const QString &base, const QString &call)
 {
     Stop();
     SearchedCall_ = call;
-    Q_EMIT Activity(u"Buscando a "_qs + call + u" en LdA ...");
+    Q_EMIT Activity(LookupResult::Service::Lda, u"Buscando a "_qs + call + u" en LdA ...");
     request_ = client_.Get(CallLookup::LdaQueryAddress(base, call), [this](const WebReply &reply) {
         request_.reset();
         if (!reply.Answered())

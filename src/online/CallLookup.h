@@ -59,7 +59,7 @@ public:
 
 Q_SIGNALS:
     // What is going on.
-    void Activity(const QString &text);
+    void Activity(LookupResult::Service service, const QString &text);
     // The last raw answer or key, for diagnosis. Holds no account.
     void Raw(const QString &text);
     // The search has ended: with a message of the service, or because nobody answered (then with the cause, where one

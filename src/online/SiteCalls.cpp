@@ -31,6 +31,14 @@ std::optional<std::array<int, 3>> Numbers(const QString &version)
 
 QString VersionAddress(const QString &base) { return base + u"/assets/compact/version.dat"; }
 
+QString TransportError(const WebReply &reply)
+{
+    constexpr int timeOut = 4; // as the network numbers it
+    const bool late = reply.outcome == WebReply::Outcome::TimedOut;
+    return u"%1\nError %2"_qs.arg(late ? u"El sitio no respondió a tiempo."_qs : reply.trouble,
+        QString::number(late ? timeOut : reply.errorNumber));
+}
+
 std::optional<VersionVerdict> CompareVersion(const QString &own, const QString &published)
 {
     qsizetype end = 0;

@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "online/WebClient.h"
+
 #include <QString>
 #include <optional>
 
@@ -11,6 +13,9 @@ namespace SiteCalls {
 
 QString VersionAddress(const QString &base);
 constexpr int versionMilliseconds = 3000;
+constexpr qint64 longestVersionFile = 64 << 10;
+// Why no version came, with the number of the trouble.
+QString TransportError(const WebReply &reply);
 
 // The outcome of comparing with the published version, from the text of its file: its first line counts.
 struct VersionVerdict {

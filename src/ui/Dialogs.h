@@ -27,6 +27,11 @@ public:
     [[nodiscard]] virtual bool Ask(QWidget *owner, const QString &text, Icon icon = Icon::Question,
         Button preset = Button::Yes, const QString &title = DefaultTitle()) = 0;
 
+    // "Aceptar" or "Cancelar": true is Aceptar, for which Button::Yes stands in `preset`. Esc and the frame's cross
+    // mean Cancelar.
+    [[nodiscard]] virtual bool Confirm(QWidget *owner, const QString &text, Icon icon = Icon::Question,
+        Button preset = Button::Yes, const QString &title = DefaultTitle()) = 0;
+
     // A line of text, nothing after a cancel. An accepted empty line is an empty text.
     [[nodiscard]] virtual std::optional<QString> Input(
         QWidget *owner, const QString &prompt, const QString &preset = {}, const QString &title = DefaultTitle()) = 0;

@@ -84,6 +84,8 @@ void EntryPanel::Connect()
     connect(ui_->Combo2, &QComboBox::activated, this, &EntryPanel::FocusCorresponsal);
     connect(ui_->Command2, &QPushButton::clicked, this, &EntryPanel::StoreClicked);
     connect(ui_->Command7, &QPushButton::clicked, this, &EntryPanel::CallQsosClicked);
+    connect(ui_->Command13, &QPushButton::clicked, this, &EntryPanel::QrzClicked);
+    connect(ui_->Command14, &QPushButton::clicked, this, &EntryPanel::LdaClicked);
     connect(ui_->Label19, &ClickLabel::DoubleClicked, this, &EntryPanel::SummitsClicked);
     for (QComboBox *combo : {ui_->mhz, ui_->Combo1})
         Choice::OnlyByClick(combo);
@@ -329,6 +331,10 @@ void EntryPanel::ApplySatellite(const UplinkFrequency &uplink, const QString &mo
 }
 
 void EntryPanel::TickViaSatellite(bool ticked) { ui_->Check2->setChecked(ticked); }
+
+void EntryPanel::PutRemarks(const QString &text) { ui_->Obs->setText(text); }
+
+void EntryPanel::PutGrid(const QString &grid) { ui_->Text2->setText(grid_ = grid); }
 
 void EntryPanel::ShowActivity(const QString &text)
 {

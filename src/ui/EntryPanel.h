@@ -94,6 +94,10 @@ public:
     void ApplySatellite(const UplinkFrequency &uplink, const QString &mode);
     void TickViaSatellite(bool ticked);
 
+    // What a lookup found, in the place of what the fields held.
+    void PutRemarks(const QString &text);
+    void PutGrid(const QString &grid);
+
     // A line about what is going on, beside the lookup buttons; empty hides it.
     void ShowActivity(const QString &text);
 
@@ -106,6 +110,8 @@ public:
 Q_SIGNALS:
     void StoreClicked();
     void CallQsosClicked();
+    void QrzClicked();
+    void LdaClicked();
     void SummitsClicked();
     void ViaSatelliteClicked(bool ticked);
     // A field was left with a content that it must not keep; the focus goes back to it after the message.

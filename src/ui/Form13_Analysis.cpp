@@ -5,6 +5,7 @@
 #include "contest/Analysis.h"
 #include "ui/Form8_ContestLogs.h"
 #include "ui/Program.h"
+#include "ui/SyncPanel.h"
 #include "ui/TextViewer.h"
 #include "ui/WindowScaler.h"
 #include "ui_Form13_Analysis.h"
@@ -17,9 +18,12 @@ Form13::Form13(Program &program, QWidget *owner)
     : Window(u"Form13"_qs, program.dialogs, owner)
     , program_(program)
     , ui_(std::make_unique<Ui::Form13>())
+    , upload_(new SyncPanel(program, *this))
 {
     ui_->setupUi(this);
     setWindowTitle(u"Análisis"_qs);
+    layout()->addWidget(upload_);
+    ShowParts(false);
     Form8::SetUpList(model_);
     ui_->ListView1->setModel(&model_);
     ui_->ListView1->SetColumnTwips({0, 4000, 1500, 750});
@@ -40,9 +44,32 @@ void Form13::ShowAnalysis()
     contests_ = ContestsWithQsos(*contests);
     Form8::FillList(model_, contests_);
     ui_->Label13->setText(contests_.isEmpty() ? NoContestToAnalyseText() : QString());
+    ShowParts(false);
     ui_->ListView1->setCurrentIndex(model_.index(0, 1));
     ui_->ListView1->setFocus();
     ShowModal();
+}
+
+void Form13::ShowUpload(const SyncSelection &selection, const SyncRules::Account &account)
+{
+    ShowParts(true);
+    upload_->Clear();
+    program_.scheduler.WhenIdle([this, selection, account] {
+        if (!isVisible())
+            return;
+        if (dialogs().Ask(this, selection.Question(), Dialogs::Icon::Question, Dialogs::Button::No))
+            upload_->Begin(selection.qsos, account, [this] { hide(); });
+        else
+            hide();
+    });
+    ShowModal();
+}
+
+void Form13::ShowParts(bool upload)
+{
+    for (QWidget *part : std::initializer_list<QWidget *>{ui_->rotuloListView1, ui_->ListView1, ui_->Label13})
+        part->setVisible(!upload);
+    upload_->setVisible(upload);
 }
 
 void Form13::Analyse(const QModelIndex &row)
@@ -78,9 +105,11 @@ void Form13::Analyse(const QModelIndex &row)
 bool Form13::PreviewKey(QKeyEvent *event)
 {
     const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
-    if (event->key() == Qt::Key_Escape)
+    if (event->key() == Qt::Key_Escape && upload_->IsRunning())
+        program_.logbook.LongWork().CancelAll();
+    else if (event->key() == Qt::Key_Escape)
         close();
-    else if (enter && !event->isAutoRepeat())
+    else if (enter && !event->isAutoRepeat() && ui_->ListView1->isVisible())
         Analyse(ui_->ListView1->currentIndex());
     else
         return false;

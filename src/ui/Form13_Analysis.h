@@ -3,17 +3,21 @@
 #pragma once
 
 #include "contest/ContestLogs.h"
+#include "online/SyncLda.h"
 #include "ui/Window.h"
 
 #include <QStandardItemModel>
 #include <memory>
 
 struct Program;
+class SyncPanel;
 namespace Ui {
 class Form13;
 }
 
-// The contests that hold contacts; a double click (or Enter) analyses one. Label13 says what is going on.
+// A list of what a command works through, for one of two commands at a time.
+// - The contests that hold contacts: a double click (or Enter) analyses one. Label13 says what is going on.
+// - The contacts that are sent to LdA, in a SyncPanel. Esc stops the run, and closes when none is under way.
 class Form13 : public Window {
     Q_OBJECT
 
@@ -22,6 +26,9 @@ public:
     ~Form13() override;
 
     void ShowAnalysis();
+    // Asks whether the selected contacts are to be sent, sends them, and shows what came back until it is closed. The
+    // question's No and a dead connection close it at once.
+    void ShowUpload(const SyncSelection &selection, const SyncRules::Account &account);
 
 protected:
     bool PreviewKey(QKeyEvent *event) override;
@@ -29,10 +36,12 @@ protected:
 
 private:
     void Analyse(const QModelIndex &row);
+    void ShowParts(bool upload);
 
     Program &program_;
     std::unique_ptr<Ui::Form13> ui_;
     QStandardItemModel model_;
     QList<ContestLog> contests_;
+    SyncPanel *upload_;
     bool working_ = false;
 };

@@ -20,11 +20,14 @@
 #include "ui/Form5_EditQso.h"
 #include "ui/Form6_Search.h"
 #include "ui/Form8_ContestLogs.h"
+#include "ui/LdaCommands.h"
 #include "ui/LogCommands.h"
 #include "ui/LogListPanel.h"
+#include "ui/LookupCommands.h"
 #include "ui/MainMenu.h"
 #include "ui/Program.h"
 #include "ui/SatellitePanel.h"
+#include "ui/SiteCommands.h"
 #include "ui/StartUp.h"
 #include "ui/TextViewer.h"
 #include "ui/WindowScaler.h"
@@ -58,6 +61,7 @@ Form1::Form1(Program &program)
     , satellite_(new SatellitePanel(program, this))
     , caller_(new CallerPanel(program.caller, entry_))
     , list_(new LogListPanel(program, this))
+    , lookups_(new LookupCommands(program, *this, LookupCommands::From::Entry))
     , startUp_(std::make_unique<StartUp>(program, *this, *entry_, *satellite_))
 {
     setWindowTitle(u"Tordillo Compact V"_qs + Logbook::AppVersion);
@@ -133,6 +137,10 @@ void Form1::ConnectPanels()
 {
     connect(entry_, &EntryPanel::StoreClicked, this, &Form1::StoreQso);
     connect(entry_, &EntryPanel::CallQsosClicked, this, &Form1::ShowCallQsos);
+    connect(entry_, &EntryPanel::QrzClicked, this, [this] { lookups_->SearchQrz(entry_->Call()); });
+    connect(entry_, &EntryPanel::LdaClicked, this, [this] { lookups_->SearchLda(entry_->Call()); });
+    connect(lookups_, &LookupCommands::RemarksChosen, entry_, &EntryPanel::PutRemarks);
+    connect(lookups_, &LookupCommands::GridChosen, entry_, &EntryPanel::PutGrid);
     connect(entry_, &EntryPanel::SummitsClicked, this, &Form1::OpenSummits);
     connect(entry_, &EntryPanel::ViaSatelliteClicked, this, &Form1::SetViaSatellite);
     connect(entry_, &EntryPanel::FieldRefused, this,
@@ -153,6 +161,8 @@ void Form1::ConnectPanels()
 void Form1::ConnectMenu()
 {
     new LogCommands(program_, *this, *menu_);
+    new LdaCommands(program_, *this, *menu_);
+    new SiteCommands(program_, *this, *menu_);
     menu_->On("conf", this, &Form1::OpenSettings);
     menu_->On("ppeerr", this, [this] { program_.windows.Profiles().ShowProfiles(); });
     menu_->On("eadif", this, [this] { program_.windows.Search().ShowSearch(); });
@@ -277,6 +287,10 @@ bool Form1::PreviewControlKey(QKeyEvent *event)
         entry_->WipeCall();
     else if (event->key() == Qt::Key_X && entry_->Call().size() >= shortestLookup)
         ShowCallQsos();
+    else if (event->key() == Qt::Key_Q && entry_->Call().size() >= shortestLookup)
+        lookups_->SearchQrz(entry_->Call());
+    else if (event->key() == Qt::Key_L && entry_->Call().size() >= shortestLookup)
+        lookups_->SearchLda(entry_->Call());
     else
         return event->key() != Qt::Key_Home && event->key() != Qt::Key_End && event->key() != Qt::Key_PageUp
             && event->key() != Qt::Key_PageDown;
@@ -454,7 +468,7 @@ bool Form1::MayClose()
 {
     if (leaving_)
         return true;
-    if (!ConfirmLeaving())
+    if (!closingAllowed_ && !ConfirmLeaving())
         return false;
     if (startUp_->IsConfigured())
         if (const Result<void> saved = SaveConfig(program_.logbook, program_.FirstRun); !saved)

@@ -12,6 +12,7 @@ class CallerPanel;
 class EntryPanel;
 class LogCommands;
 class LogListPanel;
+class LookupCommands;
 class MainMenu;
 class SatellitePanel;
 class StartUp;
@@ -46,6 +47,8 @@ public:
     // While a command works that must not be started twice, or run beside another.
     void SetBusy(bool busy);
     void SetArchivoMenu(bool enabled);
+    // From now on closing the window asks nothing.
+    void AllowClosing() { closingAllowed_ = true; }
     // Shows the configuration's fields and captions.
     void ShowConfiguration();
     void ShowCaptions();
@@ -89,6 +92,8 @@ private:
     SatellitePanel *satellite_;
     CallerPanel *caller_;
     LogListPanel *list_;
+    LookupCommands *lookups_;
     std::unique_ptr<StartUp> startUp_;
     bool leaving_ = false;
+    bool closingAllowed_ = false;
 };

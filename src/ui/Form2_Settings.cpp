@@ -5,6 +5,7 @@
 #include "keyer/CqCaller.h"
 #include "logging/CallInfo.h"
 #include "logging/EntryRules.h"
+#include "ui/AccountCheck.h"
 #include "ui/CallerView.h"
 #include "ui/FieldFilter.h"
 #include "ui/Form1_Main.h"
@@ -73,11 +74,11 @@ Form2::Form2(Program &program, QWidget *owner)
     filter(ui_->Text4, KeyFilter::Grid);
     for (const TextSetting &setting : texts)
         ShowFocusOn({ui_.get()->*setting.field});
-    ui_->Command4->setEnabled(false);
     Bind();
     BindLines();
     BindCaller();
     BindPasswords();
+    new AccountCheck(program, *this, {ui_->Command4, ui_->ProgressBar1, ui_->Label3});
     CaptureLayout(this);
     FitToScreen(this, screen()->availableSize(), true);
 }

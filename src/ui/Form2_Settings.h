@@ -23,7 +23,8 @@ class Form2;
 // | Text3                       | offset from UTC in hours                  | KeyFilter::UtcOffset           |
 // | Text4                       | own grid                                  | CutBadGridCharacter, GridLengthAllowed |
 // | Check1, panta               | country while typing, dark                |                                |
-// | user_lda, pass_lda          | LdA account; Command4 tests it            |                                |
+// | user_lda, pass_lda          | LdA account                               |                                |
+// | Command4, ProgressBar1, Label3 | tests it (AccountCheck)                |                                |
 // | Text5, Text6                | QRZ account                               |                                |
 // | Text8, Text7                | LdA lookup account                        |                                |
 // | Text9, Text10               | eQSL account                              |                                |

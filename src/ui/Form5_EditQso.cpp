@@ -8,6 +8,7 @@
 #include "ui/FieldFilter.h"
 #include "ui/Form1_Main.h"
 #include "ui/Form6_Search.h"
+#include "ui/LookupCommands.h"
 #include "ui/Program.h"
 #include "ui/WindowScaler.h"
 #include "ui/Windows.h"
@@ -32,8 +33,7 @@ Form5::Form5(Program &program, QWidget *owner)
     ui_->setupUi(this);
     ui_->mhz->addItems(BandPlan::EntryMegahertz());
     Choice::Show(ui_->mhz, {});
-    for (QPushButton *later : {ui_->Command13, ui_->Command3, ui_->Command4})
-        later->setEnabled(false);
+    ui_->Command4->setEnabled(false);
     for (QComboBox *combo : {ui_->mhz, ui_->Combo2})
         Choice::OnlyByClick(combo);
     AttachFilters();
@@ -77,6 +77,9 @@ void Form5::Connect()
         ui_->rotuloText12->setVisible(on);
     });
     connect(ui_->mhz, &QComboBox::activated, this, &Form5::KilohertzLeft);
+    auto *lookups = new LookupCommands(program_, *this, LookupCommands::From::EditWindow);
+    connect(ui_->Command13, &QPushButton::clicked, this, [this, lookups] { lookups->SearchQrz(ui_->Text2->text()); });
+    connect(ui_->Command3, &QPushButton::clicked, this, [this, lookups] { lookups->SearchLda(ui_->Text2->text()); });
     connect(ui_->Command1, &QPushButton::clicked, this, &Form5::Save);
     connect(ui_->Command2, &QPushButton::clicked, this, &Form5::Delete);
 }

@@ -8,6 +8,7 @@
 #include "ui/FieldFilter.h"
 #include "ui/Form1_Main.h"
 #include "ui/Form5_EditQso.h"
+#include "ui/ListUploads.h"
 #include "ui/Program.h"
 #include "ui/WindowScaler.h"
 #include "ui/Windows.h"
@@ -58,6 +59,7 @@ Form6::Form6(Program &program, QWidget *owner)
     ArgentinesTicked(false);
     AttachFilters();
     Connect();
+    ConnectUploads();
     resize(1280, 680);
     CaptureLayout(this);
     FitToScreen(this, screen()->availableSize(), true);
@@ -87,9 +89,32 @@ void Form6::Connect()
     connect(ui_->Command3, &QPushButton::clicked, this, &Form6::RunSearch);
     connect(ui_->Command4, &QPushButton::clicked, this, &Form6::ClearSearchFilters);
     connect(ui_->Command1, &QPushButton::clicked, this, &Form6::ExportSearchResultsAdif);
-    connect(ui_->Command7, &QPushButton::clicked, this, [this] { ui_->Frame5->hide(); });
     connect(ui_->ListView2->header(), &QHeaderView::sectionClicked, this, &Form6::SortBy);
     connect(ui_->ListView2, &QAbstractItemView::doubleClicked, this, &Form6::EditRow);
+}
+
+void Form6::ConnectUploads()
+{
+    uploads_ = new ListUploads(
+        program_, *this, {ui_->Frame5, ui_->RichTextBox1, ui_->ProgressBar1, ui_->estado, ui_->detener, ui_->Command7});
+    const auto row = [this](qsizetype place) -> std::optional<QStringList> {
+        const QsoRow qso = model_.RowAt(int(place));
+        return qso.id != 0 ? std::optional(SearchList::Texts(qso, place + 1)) : std::nullopt;
+    };
+    const std::pair<QPushButton *, ListUpload::Target> buttons[] = {
+        {ui_->Command6, ListUpload::Target::Lda}, {ui_->Command8, ListUpload::Target::Eqsl}};
+    for (const auto &[button, target] : buttons)
+        connect(button, &QPushButton::clicked, this, [this, row, service = target] {
+            if (!working_)
+                uploads_->Upload(service, model_.List().Size(), row);
+        });
+    connect(uploads_, &ListUploads::Working, this, [this](bool working) {
+        SetWorking(working);
+        ui_->Label13->hide();
+        ui_->ProgressBar2->hide();
+        if (!working)
+            ShowCount();
+    });
 }
 
 void Form6::ShowSearch()

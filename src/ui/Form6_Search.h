@@ -10,6 +10,7 @@
 #include <memory>
 
 struct Program;
+class ListUploads;
 namespace Ui {
 class Form6;
 }
@@ -30,7 +31,7 @@ class Form6;
 // | Label6, Label7                       | number of rows, last statement             |
 // | Command3, Command4                   | search; empty the filters and search       |
 // | Command1, 6, 8, 5                    | what is done with the rows                 |
-// | Frame5, Command7                     | answers of an upload, and closing them     |
+// | Frame5                               | answers of an upload (ListUploads)         |
 class Form6 : public Window {
     Q_OBJECT
 
@@ -65,9 +66,11 @@ private:
     void SortBy(int column);
     void EditRow(const QModelIndex &row);
     void ExportSearchResultsAdif();
+    void ConnectUploads();
 
     Program &program_;
     std::unique_ptr<Ui::Form6> ui_;
+    ListUploads *uploads_;
     SearchModel model_;
     SearchSlices slices_; // of the log, since the window was opened
     std::unique_ptr<Scheduler::Timer> Timer1_; // blinks Image2

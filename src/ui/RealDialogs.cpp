@@ -47,6 +47,14 @@ int Execute(QDialog &dialog, QWidget *owner)
     return result;
 }
 
+bool Choose(QMessageBox &box, QWidget *owner, QPushButton *yes, QPushButton *no, Dialogs::Button preset)
+{
+    box.setDefaultButton(preset == Dialogs::Button::Yes ? yes : no);
+    box.setEscapeButton(no);
+    Execute(box, owner);
+    return box.clickedButton() == yes;
+}
+
 std::optional<QString> ChooseFile(QFileDialog &dialog, QWidget *owner)
 {
     const bool saves = dialog.acceptMode() == QFileDialog::AcceptSave;
@@ -79,10 +87,16 @@ bool RealDialogs::Ask(QWidget *owner, const QString &text, Icon icon, Button pre
     Prepare(box, text, icon, title);
     QPushButton *yes = box.addButton(u"&Sí"_qs, QMessageBox::YesRole);
     QPushButton *no = box.addButton(u"&No"_qs, QMessageBox::NoRole);
-    box.setDefaultButton(preset == Button::Yes ? yes : no);
-    box.setEscapeButton(no);
-    Execute(box, owner);
-    return box.clickedButton() == yes;
+    return Choose(box, owner, yes, no, preset);
+}
+
+bool RealDialogs::Confirm(QWidget *owner, const QString &text, Icon icon, Button preset, const QString &title)
+{
+    QMessageBox box(owner);
+    Prepare(box, text, icon, title);
+    QPushButton *accept = box.addButton(u"Aceptar"_qs, QMessageBox::AcceptRole);
+    QPushButton *cancel = box.addButton(u"Cancelar"_qs, QMessageBox::RejectRole);
+    return Choose(box, owner, accept, cancel, preset);
 }
 
 std::optional<QString> RealDialogs::Input(

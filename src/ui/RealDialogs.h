@@ -12,6 +12,8 @@ public:
     void Message(QWidget *owner, const QString &text, Icon icon, const QString &title) override;
     [[nodiscard]] bool Ask(
         QWidget *owner, const QString &text, Icon icon, Button preset, const QString &title) override;
+    [[nodiscard]] bool Confirm(
+        QWidget *owner, const QString &text, Icon icon, Button preset, const QString &title) override;
     [[nodiscard]] std::optional<QString> Input(
         QWidget *owner, const QString &prompt, const QString &preset, const QString &title) override;
     [[nodiscard]] std::optional<QString> OpenFile(

@@ -9,12 +9,14 @@
 #include "ui/Form15_Backup.h"
 #include "ui/Form16_Profiles.h"
 #include "ui/Form17_CallQsos.h"
+#include "ui/Form18_Closing.h"
 #include "ui/Form19_CabrilloText.h"
 #include "ui/Form1_Main.h"
 #include "ui/Form20_Macros.h"
 #include "ui/Form21_PhoneImportHelp.h"
 #include "ui/Form22_Keyboard.h"
 #include "ui/Form2_Settings.h"
+#include "ui/Form33_LookupResult.h"
 #include "ui/Form3_OpenLog.h"
 #include "ui/Form4_Contest.h"
 #include "ui/Form5_EditQso.h"
@@ -63,6 +65,8 @@ Form7 &Windows::EditContestQso(QWidget &owner) { return Made(form7_, *program_, 
 Form8 &Windows::ContestLogs() { return Made(form8_, *program_, &Main()); }
 Form9 &Windows::CabrilloHeader(QWidget &owner) { return Made(form9_, *program_, &owner); }
 Form13 &Windows::Analysis() { return Made(form13_, *program_, &Main()); }
+Form18 &Windows::Closing() { return Made(form18_, program_->dialogs, &Main()); }
+Form33 &Windows::LookupResult() { return Made(form33_, program_->dialogs, &Main()); }
 Form19 &Windows::CabrilloText() { return Made(form19_, *program_, &Main()); }
 Form12 &Windows::AdifImport() { return Made(form12_, *program_, &Main()); }
 Form15 &Windows::Backup() { return Made(form15_, *program_, &Main()); }

@@ -22,11 +22,13 @@ class Form13;
 class Form15;
 class Form16;
 class Form17;
+class Form18;
 class Form19;
 class Form20;
 class Form21;
 class Form22;
 class KeyerTest;
+class Form33;
 class QWidget;
 
 // Makes each window once, on first use, and keeps it until the program ends.
@@ -55,11 +57,13 @@ public:
     Form15 &Backup();
     Form16 &Profiles();
     Form17 &CallQsos();
+    Form18 &Closing();
     Form19 &CabrilloText();
     Form20 &Macros(QWidget &owner);
     Form21 &PhoneImportHelp(QWidget &owner);
     Form22 &Keyboard(QWidget &owner);
     KeyerTest &TestKeyer(QWidget &owner);
+    Form33 &LookupResult();
 
 private:
     Program *program_ = nullptr;
@@ -79,9 +83,11 @@ private:
     std::unique_ptr<Form15> form15_;
     std::unique_ptr<Form16> form16_;
     std::unique_ptr<Form17> form17_;
+    std::unique_ptr<Form18> form18_;
     std::unique_ptr<Form19> form19_;
     std::unique_ptr<Form20> form20_;
     std::unique_ptr<Form21> form21_;
     std::unique_ptr<Form22> form22_;
     std::unique_ptr<KeyerTest> keyerTest_;
+    std::unique_ptr<Form33> form33_;
 };

@@ -16,7 +16,7 @@ class TestCallLookup : public QObject {
     struct Heard {
         explicit Heard(CallSearch &search)
         {
-            connect(&search, &CallSearch::Activity, &search, [this](const QString &text) { lines << text; });
+            connect(&search, &CallSearch::Activity, &search, [this](auto, const QString &text) { lines << text; });
             connect(&search, &CallSearch::ServiceSays, &search, [this](const QString &text) { End(text); });
             connect(
                 &search, &CallSearch::NoConnection, &search, [this](const QString &text) { End(u"nadie:"_qs + text); });

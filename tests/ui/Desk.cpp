@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Desk.h"
 
+#include "core/CodePage.h"
 #include "keyer/CqCaller.h"
 #include "keyer/SerialLines.h"
 #include "support/FailingDevice.h"
@@ -160,7 +161,7 @@ void Desk::Configure(const Words &key, const Words &value) const
     for (const QByteArray &line : Content(u"config.ini"_qs).split('\n'))
         if (!line.isEmpty() && !line.startsWith(key.toLatin1()))
             lines << line + '\n';
-    lines << key.toLatin1() + value.toLatin1() + "\r\n";
+    lines << key.toLatin1() + CodePage::FromText(value) + "\r\n";
     Write(u"config.ini"_qs, lines.join());
 }
 

@@ -47,6 +47,10 @@ public:
         Record({Kind::Ask, owner, text, icon, preset, title, {}});
         return answers.isEmpty() ? preset == Button::Yes : answers.takeFirst();
     }
+    bool Confirm(QWidget *owner, const QString &text, Icon icon, Button preset, const QString &title) override
+    {
+        return Ask(owner, text, icon, preset, title);
+    }
     std::optional<QString> Input(
         QWidget *owner, const QString &prompt, const QString &preset, const QString &title) override
     {

@@ -49,6 +49,7 @@ class TestLookups : public QObject {
                 desk_->Press(Qt::Key_Escape);
                 acted = true;
             });
+        QVERIFY(QTest::qWaitFor([&] { return desk_->Front()->isActiveWindow(); }));
     }
 
 private Q_SLOTS:

@@ -31,6 +31,9 @@ void BenchContest(const BenchSetting &setting, ResultTable &table);
 // The Morse keyer on a recorded line: edges, drift, processor, keys typed meanwhile.
 void BenchKeyer(const BenchSetting &setting, ResultTable &table);
 
+// The services of the web, played by a local server: a run of confirmations, a lookup until its window stands.
+void BenchOnline(const BenchSetting &setting, ResultTable &table);
+
 inline constexpr qint64 smallLog = 1000;
 inline constexpr qint64 middleLog = 20020;
 inline constexpr qint64 largeLog = 1000000;

@@ -61,6 +61,7 @@ struct BenchSetting {
     QString referenceWindow;
     QString searchWindow;
     QString keyerLine;
+    QString lookupWindow;
 };
 
 // A count with separators: "1,000,000".

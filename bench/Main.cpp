@@ -28,6 +28,7 @@ constexpr Subject subjects[] = {
     {"contest", BenchContest},
     {"copy", BenchCopy},
     {"keyer", BenchKeyer},
+    {"online", BenchOnline},
 };
 
 QString SubjectNames()
@@ -63,6 +64,7 @@ int main(int argc, char **argv)
     setting.referenceWindow = parser.value(u"reference"_qs);
     setting.searchWindow = here + u"/search_window";
     setting.keyerLine = here + u"/keyer_line";
+    setting.lookupWindow = here + u"/lookup_window";
     if (!QDir().mkpath(setting.cacheFolder))
         GiveUp(u"cannot make the folder "_qs + setting.cacheFolder);
     const QTemporaryDir work(setting.cacheFolder + u"/work-XXXXXX");

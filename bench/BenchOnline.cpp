@@ -64,7 +64,7 @@ double RunMicroseconds(LogStore &store, LocalServer &server)
     QEventLoop loop;
     SyncLda::Counts counts;
     SyncLda::Listener listener;
-    listener.listed = [](const QString &, const SyncLda::Counts &) {};
+    listener.listed = [](SyncRules::Judgement::Kind, const QString &, const SyncLda::Counts &) {};
     listener.storeFailed = [](const Failure &failure) { GiveUp(failure.text); };
     listener.ended = [&](SyncLda::End, const SyncLda::Counts &all, const QString &) {
         counts = all;

@@ -55,7 +55,7 @@ int main(int argc, char **argv)
     RealDialogs dialogs;
     Logbook logbook(QString::fromLocal8Bit(argv[1]), files, clock);
     Windows windows;
-    Program program{logbook, scheduler, dialogs, windows, [] { QCoreApplication::processEvents(); },
+    Program program{logbook, scheduler, dialogs, windows, lines, MakeThreadPacer, [] { QCoreApplication::processEvents(); },
         [](int exitCode) { QCoreApplication::exit(exitCode); }, [](const char *) {}, {}, {}, false, false};
     windows.SetProgram(program);
     Watch watch;

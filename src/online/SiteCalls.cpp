@@ -35,8 +35,9 @@ QString TransportError(const WebReply &reply)
 {
     constexpr int timeOut = 4; // as the network numbers it
     const bool late = reply.outcome == WebReply::Outcome::TimedOut;
-    return u"%1\nError %2"_qs.arg(late ? u"El sitio no respondió a tiempo."_qs : reply.trouble,
-        QString::number(late ? timeOut : reply.errorNumber));
+    const int number = late ? timeOut : reply.errorNumber;
+    return (late ? u"El sitio no respondió a tiempo."_qs : reply.trouble)
+        + (number != 0 ? u"\nError "_qs + QString::number(number) : QString());
 }
 
 std::optional<VersionVerdict> CompareVersion(const QString &own, const QString &published)

@@ -115,7 +115,7 @@ void SyncLda::Answered(const WebReply &reply)
         ++counts_.notUnderstood;
         break;
     }
-    listener_.listed(
+    listener_.listed(judged.kind,
         QString::number(counts_.done) + u' ' + WebText::WithoutSecret(judged.line, account_.password), counts_);
     if (running_) // a box may have been open meanwhile
         Timer10_->Start();

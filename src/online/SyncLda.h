@@ -45,7 +45,7 @@ public:
     enum class End { Complete, NoConnection, Cancelled };
 
     struct Listener {
-        std::function<void(const QString &line, const Counts &counts)> listed;
+        std::function<void(SyncRules::Judgement::Kind kind, const QString &line, const Counts &counts)> listed;
         std::function<void(const Failure &failure)> storeFailed; // at the first one only
         std::function<void(End end, const Counts &counts, const QString &cause)> ended; // may destroy the run
     };

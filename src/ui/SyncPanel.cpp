@@ -2,10 +2,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/SyncPanel.h"
 
+#include "ui/AnswerColours.h"
 #include "ui/Form1_Main.h"
 #include "ui/Program.h"
 #include "ui/Windows.h"
 #include "ui_SyncPanel.h"
+
+using Kind = SyncRules::Judgement::Kind;
 
 SyncPanel::SyncPanel(Program &program, Window &window)
     : QWidget(&window)
@@ -37,9 +40,13 @@ void SyncPanel::Begin(const QList<SyncQso> &qsos, const SyncRules::Account &acco
     run_ = std::make_unique<Run>(program_.logbook.LongWork(), Pump());
     run_->WhenCancelled([this] { sync_->Cancel(); });
     SyncLda::Listener listener;
-    listener.listed = [this](const QString &line, const SyncLda::Counts &counts) {
-        ui_->List1->addItem(line);
-        ui_->List1->setCurrentRow(ui_->List1->count() - 1);
+    listener.listed = [this](Kind kind, const QString &line, const SyncLda::Counts &counts) {
+        auto *item = new QListWidgetItem(line, ui_->List1);
+        if (kind == Kind::Error || kind == Kind::NotUnderstood)
+            item->setForeground(AnswerColours::Bad());
+        else if (kind == Kind::Confirmed)
+            item->setForeground(AnswerColours::Good());
+        ui_->List1->setCurrentItem(item);
         ShowCounts(counts);
     };
     listener.storeFailed = [this](const Failure &failure) {

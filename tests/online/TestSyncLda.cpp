@@ -68,7 +68,7 @@ class TestSyncLda : public QObject {
     {
         auto ran = std::make_unique<Ran>();
         SyncLda::Listener listener;
-        listener.listed = [to = ran.get()](const QString &line, const SyncLda::Counts &) { to->lines << line; };
+        listener.listed = [to = ran.get()](Kind, const QString &line, const SyncLda::Counts &) { to->lines << line; };
         listener.storeFailed = [to = ran.get()](const Failure &failure) { to->failures << failure.text; };
         listener.ended = [to = ran.get()](SyncLda::End end, const SyncLda::Counts &counts, const QString &cause) {
             to->end = end;

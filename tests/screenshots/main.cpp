@@ -13,6 +13,7 @@
 #include "logging/QsoEdit.h"
 #include "logging/QsoStore.h"
 #include "support/RecordingPorts.h"
+#include "support/LocalServer.h"
 #include "ui/Form10_About.h"
 #include "ui/Form11_Satellites.h"
 #include "ui/Form12_AdifImport.h"
@@ -20,11 +21,13 @@
 #include "ui/Form15_Backup.h"
 #include "ui/Form16_Profiles.h"
 #include "ui/Form17_CallQsos.h"
+#include "ui/Form18_Closing.h"
 #include "ui/Form1_Main.h"
 #include "ui/Form20_Macros.h"
 #include "ui/Form21_PhoneImportHelp.h"
 #include "ui/Form22_Keyboard.h"
 #include "ui/Form2_Settings.h"
+#include "ui/Form33_LookupResult.h"
 #include "ui/Form3_OpenLog.h"
 #include "ui/Form4_Contest.h"
 #include "ui/Form5_EditQso.h"
@@ -47,6 +50,8 @@
 #include <QFile>
 #include <QLineEdit>
 #include <QPlainTextEdit>
+#include <QMessageBox>
+#include <QPushButton>
 #include <QTemporaryDir>
 #include <QTimer>
 #include <functional>
@@ -166,6 +171,58 @@ void TakeContest(Program &program, const std::function<QString(const char *)> &p
     TakeModal(program.windows.Analysis(), path("Form13"), [&] { program.windows.Analysis().ShowAnalysis(); });
 }
 
+// The windows on the web, with a server of our own behind them.
+void TakeOnline(Program &program, const std::function<QString(const char *)> &path)
+{
+    Logbook &logbook = program.logbook;
+    LookupResult result{LookupResult::Service::Lda, u"Log de Argentina"_qs,
+        u"LU1ABC\nAlias: LU1ABC/D\nJuan Pérez\nMitre 123\nMendoza\nGrid Locator: FF78SK\njuan@correo.example\n"
+        "último QSO: 24/11/2026\n"_qs,
+        u"Juan Pérez"_qs, u"juan@correo.example"_qs, u"FF78SK"_qs};
+    Form1 &form1 = program.windows.Main();
+    Form33 &form33 = program.windows.LookupResult();
+    TakeModal(form33, path("Form33"), [&] { form33.ShowResult(form1, result, true); });
+    program.windows.Closing().ShowStep(9);
+    Take(program.windows.Closing(), path("Form18"));
+    program.windows.Closing().hide();
+
+    LocalServer server;
+    server.InTurn({"QSO OK!", "QSO OK!", "QSO duplicado!", "QSO OK!", "Call ni Alias registrado", "QSO OK!"});
+    QFile services(logbook.PathOf(u"servicios.ini"_qs));
+    if (!services.open(QIODevice::WriteOnly))
+        qFatal("the services could not be pointed to the server");
+    services.write(
+        "[servicios]\nlda=" + server.Base().toLatin1() + "\nlda_segura_2=" + server.Base().toLatin1() + '\n');
+    services.close();
+    logbook.configuration.LDAQuser = logbook.configuration.LDAQpass = u"yo"_qs;
+    Form6 &form6 = program.windows.Search();
+    QTimer::singleShot(100, &form6, [&] { form6.findChild<QPushButton *>(u"Command6"_qs)->click(); });
+    QTimer::singleShot(150, &form6, [] {
+        if (auto *box = qobject_cast<QDialog *>(QApplication::activeModalWidget()))
+            box->accept();
+    });
+    TakeModal(form6, path("Form6_subida"), [&] { form6.ShowSearch(); });
+
+    server.answer = [](const LocalServer::Request &request) -> LocalServer::Answer {
+        const QString call = request.Value(u"sucall"_qs);
+        if (call.endsWith(u"EK"))
+            return "El call no es de Argentina";
+        return QByteArray("LU9ZZZ " + call.toLatin1() + " 40m SSB 24/11/2026 2110 "
+            + (call.endsWith(u"ABC") ? "duplicado!Y" : "Guardado"));
+    };
+    Runs runs;
+    Run reading(runs, {});
+    const auto selection = SelectForSync(logbook.Store(), logbook.LogInUse, reading);
+    Form13 &form13 = program.windows.Analysis();
+    QTimer::singleShot(100, &form13, [] {
+        if (auto *box = qobject_cast<QMessageBox *>(QApplication::activeModalWidget()))
+            box->buttons().first()->click();
+    });
+    TakeModal(form13, path("Form13_subida"), [&] {
+        form13.ShowUpload(*selection, {server.Base(), u"yo"_qs, u"yo"_qs});
+    });
+}
+
 void TakeAll(Program &program, const std::function<QString(const char *)> &path)
 {
     Logbook &logbook = program.logbook;
@@ -204,6 +261,7 @@ void TakeAll(Program &program, const std::function<QString(const char *)> &path)
     Form21 &form21 = program.windows.PhoneImportHelp(form1);
     TakeModal(form21, path("Form21"), [&] { form21.ShowModal(); });
     TakeContest(program, path);
+    TakeOnline(program, path);
 }
 
 } // namespace

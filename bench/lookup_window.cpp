@@ -6,6 +6,8 @@
 
 #include "core/Logbook.h"
 #include "core/Scheduler.h"
+#include "keyer/KeyerPacer.h"
+#include "keyer/SerialLines.h"
 #include "support/LocalServer.h"
 #include "ui/Form1_Main.h"
 #include "ui/LookupCommands.h"
@@ -54,9 +56,12 @@ int main(int argc, char **argv)
     EventLoopScheduler scheduler;
     RealDialogs dialogs;
     Logbook logbook(QString::fromLocal8Bit(argv[1]), files, clock);
+    SystemModemPorts ports;
+    SerialLines lines(logbook, ports);
     Windows windows;
-    Program program{logbook, scheduler, dialogs, windows, lines, MakeThreadPacer, [] { QCoreApplication::processEvents(); },
-        [](int exitCode) { QCoreApplication::exit(exitCode); }, [](const char *) {}, {}, {}, false, false};
+    Program program{logbook, scheduler, dialogs, windows, lines, MakeThreadPacer,
+        [] { QCoreApplication::processEvents(); }, [](int exitCode) { QCoreApplication::exit(exitCode); },
+        [](const char *) {}, {}, {}, false, false};
     windows.SetProgram(program);
     Watch watch;
     application.installEventFilter(&watch);

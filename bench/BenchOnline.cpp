@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Tordillo Compact authors
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Benches.h"
+#include "MakeLog.h"
 
 #include "core/QsoTable.h"
 #include "online/SyncLda.h"
@@ -15,6 +16,8 @@ namespace {
 constexpr int qsos = 1000;
 constexpr double mostForQso = 3000; // microseconds
 constexpr double mostForLookup = 50000;
+constexpr double longestPause = 100000;
+constexpr double mostForChoosing = 10000000;
 constexpr int lookups = 9;
 
 // The pace between two requests is told, and not the program's cost: here it takes no time.
@@ -93,6 +96,29 @@ void Confirmations(const BenchSetting &setting, ResultTable &table)
         mostForQso, Unit::Microseconds);
 }
 
+// The walk over a large log before the question: the window must live meanwhile.
+void Choosing(const BenchSetting &setting, ResultTable &table)
+{
+    LogStore store(MadeLog(setting.cacheFolder, largeLog));
+    Runs runs;
+    QElapsedTimer sinceStep, whole;
+    qint64 longest = 0;
+    const auto pump = [&] {
+        longest = std::max(longest, sinceStep.nsecsElapsed());
+        sinceStep.start();
+    };
+    Run run(runs, pump, {}, 0);
+    sinceStep.start();
+    whole.start();
+    const Result<SyncSelection> selection = SelectForSync(store, madeLogName, run);
+    if (!selection || selection->total != largeLog)
+        GiveUp(u"the large log was not read"_qs);
+    table.AddLimit(u"choosing what is sent to LdA, longest pause"_qs, SizeText(largeLog),
+        static_cast<double>(longest) / 1000, longestPause, Unit::Microseconds);
+    table.AddLimit(u"choosing what is sent to LdA, the whole log"_qs, SizeText(largeLog),
+        static_cast<double>(whole.nsecsElapsed()) / 1000, mostForChoosing, Unit::Microseconds);
+}
+
 // A whole program on the offscreen platform, whose lookup window prints when it could be seen.
 void Lookup(const BenchSetting &setting, ResultTable &table)
 {
@@ -117,5 +143,6 @@ void Lookup(const BenchSetting &setting, ResultTable &table)
 void BenchOnline(const BenchSetting &setting, ResultTable &table)
 {
     Confirmations(setting, table);
+    Choosing(setting, table);
     Lookup(setting, table);
 }

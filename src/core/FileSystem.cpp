@@ -10,6 +10,8 @@
 
 namespace {
 
+constexpr QFileDevice::Permissions ownerOnly = QFileDevice::ReadOwner | QFileDevice::WriteOwner;
+
 Failure OpenFailure(const QString &path, const QFileDevice &device)
 {
     return {u"No se puede escribir el archivo\n%1\n%2"_qs.arg(path, device.errorString()), Failure::Kind::ReadOnly};
@@ -64,7 +66,7 @@ Result<void> FileSystem::Replace(const QString &path, const QByteArray &content,
         return OpenFailure(path, file);
     // Where the disk knows no owners this fails, and nothing can be done about it.
     if (sync == Sync::YesOwnerOnly)
-        static_cast<void>(file.setPermissions(QFileDevice::ReadOwner | QFileDevice::WriteOwner));
+        static_cast<void>(file.setPermissions(ownerOnly));
     if (!WriteAll(file, content) || (sync != Sync::No && !PlatformFile::Sync(file.handle()))) {
         const Failure failure = WriteFailure(path, file);
         file.cancelWriting();
@@ -83,6 +85,14 @@ Result<std::unique_ptr<QIODevice>> FileSystem::OpenForWriting(const QString &pat
     if (!file->open(QIODevice::WriteOnly | QIODevice::Truncate))
         return OpenFailure(path, *file);
     return std::unique_ptr<QIODevice>(std::move(file));
+}
+
+void FileSystem::KeepPrivate(const QString &path) const
+{
+    constexpr QFileDevice::Permissions others = QFileDevice::ReadGroup | QFileDevice::WriteGroup | QFileDevice::ExeGroup
+        | QFileDevice::ReadOther | QFileDevice::WriteOther | QFileDevice::ExeOther;
+    if (QFile::permissions(path) & others)
+        QFile::setPermissions(path, ownerOnly);
 }
 
 bool FileSystem::Remove(const QString &path) { return QFile::remove(path); }

@@ -36,5 +36,8 @@ public:
     // Opens for writing from the start, emptying an old file; for files that are written line by line.
     virtual Result<std::unique_ptr<QIODevice>> OpenForWriting(const QString &path);
 
+    // Takes the file away from everybody but its owner, where the disk knows owners and it is not so already.
+    void KeepPrivate(const QString &path) const;
+
     virtual bool Remove(const QString &path);
 };

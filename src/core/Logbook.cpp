@@ -51,6 +51,7 @@ bool LoadConfig(Logbook &logbook)
     const bool themeTold = ReadConfigLines(lines.value_or(QStringList()), configuration);
     if (configuration.LDAQ_web.isEmpty())
         configuration.LDAQ_web = ServiceAddress(logbook, Service::LdaDefault);
+    logbook.Files().KeepPrivate(logbook.PathOf(configName)); // one of an earlier version may lie open
     logbook.LogInUse = configuration.LogenUso;
     ShowCaptions(logbook);
     return themeTold;

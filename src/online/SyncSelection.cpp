@@ -10,7 +10,7 @@
 
 namespace {
 
-constexpr int sliceRows = 5000;
+constexpr int sliceRows = 2500; // some 20 ms of reading
 
 SyncQso AsSent(const QsoRow &row)
 {

@@ -12,7 +12,6 @@ Form18::Form18(Dialogs &dialogs, QWidget *owner)
     , ui_(std::make_unique<Ui::Form18>())
 {
     ui_->setupUi(this);
-    setWindowTitle(Dialogs::DefaultTitle());
     ui_->ProgressBar1->setMaximum(steps);
     resize(minimumSize());
     CaptureLayout(this);

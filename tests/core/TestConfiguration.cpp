@@ -185,6 +185,9 @@ private Q_SLOTS:
                 QFile::ReadGroup | QFile::WriteGroup | QFile::ReadOther | QFile::WriteOther;
             QCOMPARE(QFile::permissions(Config()) & others, QFile::Permissions());
             QVERIFY(QFile::permissions(Config()) & QFile::ReadOwner);
+            QVERIFY(QFile::setPermissions(Config(), QFile::Permissions(0x6666)));
+            LoadConfig(*logbook_); // it may come from an earlier version
+            QCOMPARE(QFile::permissions(Config()) & others, QFile::Permissions());
             QVERIFY(QFile::remove(Config())); // and without an older file too
         }
     }

@@ -6,6 +6,7 @@
 
 #include "core/Logbook.h"
 #include "core/Scheduler.h"
+#include "keyer/CqCaller.h"
 #include "keyer/KeyerPacer.h"
 #include "keyer/SerialLines.h"
 #include "support/LocalServer.h"
@@ -13,6 +14,7 @@
 #include "ui/LookupCommands.h"
 #include "ui/Program.h"
 #include "ui/RealDialogs.h"
+#include "ui/RealPlayer.h"
 #include "ui/Theme.h"
 #include "ui/Windows.h"
 
@@ -58,8 +60,10 @@ int main(int argc, char **argv)
     Logbook logbook(QString::fromLocal8Bit(argv[1]), files, clock);
     SystemModemPorts ports;
     SerialLines lines(logbook, ports);
+    RealPlayer player;
+    CqCaller caller(logbook, lines, player, scheduler);
     Windows windows;
-    Program program{logbook, scheduler, dialogs, windows, lines, MakeThreadPacer,
+    Program program{logbook, scheduler, dialogs, windows, lines, MakeThreadPacer, caller,
         [] { QCoreApplication::processEvents(); }, [](int exitCode) { QCoreApplication::exit(exitCode); },
         [](const char *) {}, {}, {}, false, false};
     windows.SetProgram(program);

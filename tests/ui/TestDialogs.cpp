@@ -73,6 +73,21 @@ private Q_SLOTS:
         }
     }
 
+    void AConfirmationHasItsOwnButtons()
+    {
+        const std::tuple<Dialogs::Button, Qt::Key, bool> cases[] = {{Dialogs::Button::No, Qt::Key_Return, false},
+            {Dialogs::Button::Yes, Qt::Key_Return, true}, {Dialogs::Button::Yes, Qt::Key_Escape, false}};
+        for (const auto &[preset, key, answer] : cases) {
+            WhenOpen<QMessageBox>([set = preset, pressed = key](QMessageBox *box) {
+                QCOMPARE(Label(box->defaultButton()), set == Dialogs::Button::Yes ? u"Aceptar"_qs : u"Cancelar"_qs);
+                QTest::keyClick(box->defaultButton(), pressed);
+                QTRY_VERIFY(!box->isVisible());
+            });
+            QCOMPARE(static_cast<Dialogs &>(dialogs_).Confirm(nullptr, u"Sigue?"_qs, Dialogs::Icon::Question, preset),
+                answer);
+        }
+    }
+
     void QtSpeaksSpanish()
     {
         if (!InstallSpanish(*qApp))

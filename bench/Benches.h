@@ -24,6 +24,8 @@ void BenchLogs(const BenchSetting &setting, ResultTable &table);
 void BenchCopy(const BenchSetting &setting, ResultTable &table);
 // The search window over a whole log: filling, looking for remarks, sorting.
 void BenchSearch(const BenchSetting &setting, ResultTable &table);
+// The table of provinces and grids.
+void BenchProvinces(const BenchSetting &setting, ResultTable &table);
 // ADIF: parsing, a whole import, a whole export.
 void BenchAdif(const BenchSetting &setting, ResultTable &table);
 // The contest: storing, the key stroke in the call, the list of calls, opening, the analysis.

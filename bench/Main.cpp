@@ -24,6 +24,7 @@ constexpr Subject subjects[] = {
     {"start", BenchStart},
     {"logs", BenchLogs},
     {"search", BenchSearch},
+    {"provinces", BenchProvinces},
     {"adif", BenchAdif},
     {"contest", BenchContest},
     {"copy", BenchCopy},

@@ -26,6 +26,7 @@
 #include "ui/LookupCommands.h"
 #include "ui/MainMenu.h"
 #include "ui/Program.h"
+#include "ui/ProvinceCommands.h"
 #include "ui/SatellitePanel.h"
 #include "ui/SiteCommands.h"
 #include "ui/StartUp.h"
@@ -163,6 +164,7 @@ void Form1::ConnectMenu()
     new LogCommands(program_, *this, *menu_);
     new LdaCommands(program_, *this, *menu_);
     new SiteCommands(program_, *this, *menu_);
+    new ProvinceCommands(program_, *this, *menu_, *list_);
     menu_->On("conf", this, &Form1::OpenSettings);
     menu_->On("ppeerr", this, [this] { program_.windows.Profiles().ShowProfiles(); });
     menu_->On("eadif", this, [this] { program_.windows.Search().ShowSearch(); });

@@ -4,12 +4,14 @@
 
 #include "logging/BandPlan.h"
 #include "logging/EntryRules.h"
+#include "stats/QslCard.h"
 #include "ui/Choice.h"
 #include "ui/FieldFilter.h"
 #include "ui/Form1_Main.h"
 #include "ui/Form6_Search.h"
 #include "ui/LookupCommands.h"
 #include "ui/Program.h"
+#include "ui/QslHandOff.h"
 #include "ui/WindowScaler.h"
 #include "ui/Windows.h"
 #include "ui_Form5_EditQso.h"
@@ -33,7 +35,6 @@ Form5::Form5(Program &program, QWidget *owner)
     ui_->setupUi(this);
     ui_->mhz->addItems(BandPlan::EntryMegahertz());
     Choice::Show(ui_->mhz, {});
-    ui_->Command4->setEnabled(false);
     for (QComboBox *combo : {ui_->mhz, ui_->Combo2})
         Choice::OnlyByClick(combo);
     AttachFilters();
@@ -82,6 +83,7 @@ void Form5::Connect()
     connect(ui_->Command3, &QPushButton::clicked, this, [this, lookups] { lookups->SearchLda(ui_->Text2->text()); });
     connect(ui_->Command1, &QPushButton::clicked, this, &Form5::Save);
     connect(ui_->Command2, &QPushButton::clicked, this, &Form5::Delete);
+    connect(ui_->Command4, &QPushButton::clicked, this, &Form5::HaveCardDrawn);
 }
 
 void Form5::OpenEditFromList(const QsoRow &row, EditCaller caller)
@@ -314,6 +316,16 @@ void Form5::Delete()
         RefreshCaller();
     else
         program_.windows.Main().ReloadPage();
+}
+
+// Of the contact as the window shows it, saved or not.
+void Form5::HaveCardDrawn()
+{
+    if (FieldMessagePending())
+        return;
+    const EditFields qso = ReadFields();
+    DrawQslCard(program_, this,
+        {qso.station, qso.call, qso.date, qso.time, qso.mode, qso.band, qso.reportSent, qso.satellite, qso.remarks});
 }
 
 void Form5::RefreshCaller()

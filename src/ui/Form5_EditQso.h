@@ -30,6 +30,7 @@ class Form5;
 // | SOTA, POTA, MYSOTA, IOTA | the columns of the same name  | upper case                           |
 // | subidoALda, ConfALda     | LdA                           | read only                            |
 // | Label20, Label21         | park to park, summit to summit |                                     |
+// | Command4                 | has its QSL card drawn         | QslCard                             |
 class Form5 : public Window {
     Q_OBJECT
 
@@ -62,6 +63,7 @@ private:
     void KilohertzLeft();
     void Save();
     void Delete();
+    void HaveCardDrawn();
     void RefreshCaller();
     QWidget *FieldOf(QsoEdit::Refusal::Field field) const;
     void Open(const EditFields &stored);

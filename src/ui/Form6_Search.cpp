@@ -4,8 +4,10 @@
 
 #include "interchange/AdifWriter.h"
 #include "logging/EntryRules.h"
+#include "stats/ProvinceStatistics.h"
 #include "ui/AdifExport.h"
 #include "ui/FieldFilter.h"
+#include "ui/Form14_Provinces.h"
 #include "ui/Form1_Main.h"
 #include "ui/Form5_EditQso.h"
 #include "ui/ListUploads.h"
@@ -55,7 +57,6 @@ Form6::Form6(Program &program, QWidget *owner)
     ui_->Image1->setSizePolicy(kept);
     ui_->Option4->setChecked(true);
     ui_->Command4->setEnabled(false);
-    ui_->Command5->setEnabled(false);
     ArgentinesTicked(false);
     AttachFilters();
     Connect();
@@ -89,6 +90,7 @@ void Form6::Connect()
     connect(ui_->Command3, &QPushButton::clicked, this, &Form6::RunSearch);
     connect(ui_->Command4, &QPushButton::clicked, this, &Form6::ClearSearchFilters);
     connect(ui_->Command1, &QPushButton::clicked, this, &Form6::ExportSearchResultsAdif);
+    connect(ui_->Command5, &QPushButton::clicked, this, &Form6::ShowProvinces);
     connect(ui_->ListView2->header(), &QHeaderView::sectionClicked, this, &Form6::SortBy);
     connect(ui_->ListView2, &QAbstractItemView::doubleClicked, this, &Form6::EditRow);
 }
@@ -233,7 +235,7 @@ void Form6::SetWorking(bool working)
 {
     // The field with the focus keeps it: the frames are only greyed while the operator could start something twice.
     working_ = working;
-    for (QPushButton *action : {ui_->Command1, ui_->Command3, ui_->Command6, ui_->Command8})
+    for (QPushButton *action : {ui_->Command1, ui_->Command3, ui_->Command5, ui_->Command6, ui_->Command8})
         action->setEnabled(!working);
     ui_->Command4->setEnabled(!working);
     ui_->Label13->setVisible(working);
@@ -351,6 +353,32 @@ void Form6::ExportSearchResultsAdif()
         return;
     hide();
     AdifExport(program_, parentWidget()).AskToView(*path);
+}
+
+void Form6::ShowProvinces()
+{
+    if (working_)
+        return;
+    if (model_.List().Size() == 0) {
+        dialogs().Message(this, u"No hay QSOs para mostrar!"_qs);
+        return;
+    }
+    SetWorking(true);
+    Result<ProvinceStatistics> statistics = ProvinceStatistics();
+    {
+        Run run(program_.logbook.LongWork(), program_.processEvents, [this](qint64 done, qint64 all) {
+            ui_->ProgressBar2->setMaximum(int(all));
+            ui_->ProgressBar2->setValue(int(done));
+        });
+        statistics = StatisticsOfList(program_.logbook.Store(), model_.List(), run);
+    }
+    SetWorking(false);
+    ShowCount();
+    if (statistics)
+        program_.windows.Provinces().ShowStatistics(
+            *this, u"QSOs de la búsqueda en "_qs + program_.logbook.LogInUse, *statistics);
+    else if (statistics.failure().kind != Failure::Kind::Cancelled)
+        dialogs().Message(this, statistics.failure().text, Dialogs::Icon::Critical);
 }
 
 void Form6::RefreshEditedRow()

@@ -30,7 +30,7 @@ class Form6;
 // | POTA, IOTA, SOTA, MYSOTA, S2S, P2P   | references present                         |
 // | Label6, Label7                       | number of rows, last statement             |
 // | Command3, Command4                   | search; empty the filters and search       |
-// | Command1, 6, 8, 5                    | what is done with the rows                 |
+// | Command1, 6, 8, 5                    | export, LdA, eQSL, provinces of the rows   |
 // | Frame5                               | answers of an upload (ListUploads)         |
 class Form6 : public Window {
     Q_OBJECT
@@ -67,6 +67,7 @@ private:
     void EditRow(const QModelIndex &row);
     void ExportSearchResultsAdif();
     void ConnectUploads();
+    void ShowProvinces();
 
     Program &program_;
     std::unique_ptr<Ui::Form6> ui_;

@@ -17,6 +17,8 @@ namespace {
 // Room for the caption of an ordinary log; a longer one is cut where the window has no more, and does not widen it.
 constexpr int captionWidth = 320;
 
+constexpr int processingSteps = 500;
+
 } // namespace
 
 LogListPanel::LogListPanel(Program &program, QWidget *parent)
@@ -33,6 +35,9 @@ LogListPanel::LogListPanel(Program &program, QWidget *parent)
         ui_->Text3, [](QChar key) { return EntryRules::FilterKey(key, EntryRules::KeyFilter::Digits); });
     Window::ShowFocusOn({ui_->Text3});
     ui_->Label6->setMinimumWidth(captionWidth);
+    QSizePolicy kept = ui_->ListView2->sizePolicy();
+    kept.setRetainSizeWhenHidden(true);
+    ui_->ListView2->setSizePolicy(kept);
     connect(ui_->ListView2->header(), &QHeaderView::sectionClicked, &model_, &LogListModel::SortByColumn);
     connect(ui_->anterior, &QPushButton::clicked, this, &LogListPanel::FirstPage);
     connect(ui_->menos, &QPushButton::clicked, this, &LogListPanel::PageUp);
@@ -79,6 +84,27 @@ void LogListPanel::ReloadPage()
     } else if (count_ == 0 && paging_.PageFirstRow != 1) {
         LoadLogPage(1);
     }
+}
+
+void LogListPanel::BeginProcessing()
+{
+    ui_->Label6->setText(u"Procesando ..."_qs);
+    ui_->ListView2->hide();
+    ui_->ProgressBar1->setMaximum(processingSteps);
+    ui_->ProgressBar1->setValue(0);
+    ui_->ProgressBar1->show();
+}
+
+void LogListPanel::ShowProcessed(qint64 done, qint64 total)
+{
+    ui_->ProgressBar1->setValue(int(done * processingSteps / std::max<qint64>(1, total)));
+}
+
+void LogListPanel::EndProcessing()
+{
+    ui_->ProgressBar1->hide();
+    ui_->ListView2->show();
+    ui_->Label6->setText(LogCaption(program_.logbook.LogInUse, count_));
 }
 
 void LogListPanel::ShowPaging()

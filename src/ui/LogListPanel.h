@@ -23,7 +23,7 @@ class LogListPanel;
 // | anterior, menos, mas, ultima | first, previous, next, last page                |
 // | Text3, Command8              | a page by its number (KeyFilter::Digits)        |
 // | Command11                    | reads the page again                            |
-// | Label9, ProgressBar1         | while a page is being read                      |
+// | Label9, ProgressBar1         | while a page, or the whole log, is being read   |
 class LogListPanel : public QWidget {
     Q_OBJECT
 
@@ -37,6 +37,11 @@ public:
     // The page before, when nothing is left on it.
     void ReloadPage();
     qint64 QsoCountShown() const { return count_; }
+
+    // A long work over the whole log: a bar in place of the list until it is over.
+    void BeginProcessing();
+    void ShowProcessed(qint64 done, qint64 total);
+    void EndProcessing();
 
     // What the window's paging keys do; nothing where the control is off.
     void PageDown();

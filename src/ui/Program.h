@@ -6,8 +6,10 @@
 #include "core/Logbook.h"
 #include "core/Scheduler.h"
 #include "logging/DxccTable.h"
+#include "ui/Launcher.h"
 
 #include <functional>
+#include <memory>
 
 class CqCaller;
 class Dialogs;
@@ -32,4 +34,5 @@ struct Program {
     MasterCheck master;
     bool LoadingMainWindow = false;
     bool FirstRun = false;
+    std::shared_ptr<Launcher> launcher = std::make_shared<Launcher>();
 };

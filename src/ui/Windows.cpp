@@ -6,6 +6,7 @@
 #include "ui/Form11_Satellites.h"
 #include "ui/Form12_AdifImport.h"
 #include "ui/Form13_Analysis.h"
+#include "ui/Form14_Provinces.h"
 #include "ui/Form15_Backup.h"
 #include "ui/Form16_Profiles.h"
 #include "ui/Form17_CallQsos.h"
@@ -67,6 +68,7 @@ Form9 &Windows::CabrilloHeader(QWidget &owner) { return Made(form9_, *program_, 
 Form13 &Windows::Analysis() { return Made(form13_, *program_, &Main()); }
 Form18 &Windows::Closing() { return Made(form18_, program_->dialogs, &Main()); }
 Form33 &Windows::LookupResult() { return Made(form33_, program_->dialogs, &Main()); }
+Form14 &Windows::Provinces() { return Made(form14_, *program_, &Main()); }
 Form19 &Windows::CabrilloText() { return Made(form19_, *program_, &Main()); }
 Form12 &Windows::AdifImport() { return Made(form12_, *program_, &Main()); }
 Form15 &Windows::Backup() { return Made(form15_, *program_, &Main()); }

@@ -19,6 +19,7 @@ class Form10;
 class Form11;
 class Form12;
 class Form13;
+class Form14;
 class Form15;
 class Form16;
 class Form17;
@@ -54,6 +55,7 @@ public:
     Form11 &Satellites(std::function<void()> changed);
     Form12 &AdifImport();
     Form13 &Analysis();
+    Form14 &Provinces();
     Form15 &Backup();
     Form16 &Profiles();
     Form17 &CallQsos();
@@ -80,6 +82,7 @@ private:
     std::unique_ptr<Form11> form11_;
     std::unique_ptr<Form12> form12_;
     std::unique_ptr<Form13> form13_;
+    std::unique_ptr<Form14> form14_;
     std::unique_ptr<Form15> form15_;
     std::unique_ptr<Form16> form16_;
     std::unique_ptr<Form17> form17_;

@@ -10,6 +10,7 @@
 #include "keyer/KeyerPacer.h"
 #include "keyer/SerialLines.h"
 #include "logging/LogNames.h"
+#include "logging/Provinces.h"
 #include "logging/QsoEdit.h"
 #include "logging/QsoStore.h"
 #include "support/LocalServer.h"
@@ -18,6 +19,7 @@
 #include "ui/Form11_Satellites.h"
 #include "ui/Form12_AdifImport.h"
 #include "ui/Form13_Analysis.h"
+#include "ui/Form14_Provinces.h"
 #include "ui/Form15_Backup.h"
 #include "ui/Form16_Profiles.h"
 #include "ui/Form17_CallQsos.h"
@@ -223,6 +225,41 @@ void TakeOnline(Program &program, const std::function<QString(const char *)> &pa
     });
 }
 
+// A log of some years: much of 40 and 20 m, little of the rest.
+ProvinceStatistics SampleProvinces()
+{
+    ProvinceStatistics statistics;
+    for (int province = 0; province < ProvinceTable::provinces; ++province)
+        for (int band = 0; band < ProvinceTable::bands; ++band) {
+            const int chance = (province * 37 + band * band * 11 + province * band * 5) % 100;
+            const int wanted = band == 3 ? 92 : band == 5 || band == 1 ? 60 : band == 11 ? 30 : 22;
+            if (chance < wanted)
+                statistics.tally.Add({ProvinceNames()[province], ProvinceTable::BandNames()[band], {},
+                    chance < wanted / 2   ? u"2"_qs
+                        : chance % 3 == 0 ? u"0"_qs
+                                          : u"1"_qs,
+                    u"%1%2%3"_qs.arg(band % 2 ? u"GF"_qs : u"FF"_qs).arg(province % 10).arg(band % 10)});
+        }
+    return statistics;
+}
+
+void TakeProvinces(Program &program, const std::function<QString(const char *)> &path)
+{
+    Form14 &form14 = program.windows.Provinces();
+    Form1 &form1 = program.windows.Main();
+    const QString source = u"Log: "_qs + program.logbook.LogInUse;
+    TakeModal(form14, path("Form14"), [&] { form14.ShowStatistics(form1, source, SampleProvinces()); });
+    Runs runs;
+    Run run(runs, [] {});
+    const auto ofLog = StatisticsOfLog(program.logbook.Store(), program.logbook.LogInUse, 46, run);
+    QTimer::singleShot(150, &form14, [&] {
+        form14.findChild<QCheckBox *>(u"Check1"_qs)->setChecked(true);
+        form14.findChild<QWidget *>(u"Frame5"_qs)->show();
+        form14.ShowMember(u"LU1ABC nomo:Juan Pérez ultimar:24/11/2026"_qs);
+    });
+    TakeModal(form14, path("Form14_QSOs"), [&] { form14.ShowStatistics(form1, source, *ofLog); });
+}
+
 void TakeAll(Program &program, const std::function<QString(const char *)> &path)
 {
     Logbook &logbook = program.logbook;
@@ -260,6 +297,7 @@ void TakeAll(Program &program, const std::function<QString(const char *)> &path)
     TakeModal(program.windows.Backup(), path("Form15"), [&] { program.windows.Backup().OpenBackupWindow(); });
     Form21 &form21 = program.windows.PhoneImportHelp(form1);
     TakeModal(form21, path("Form21"), [&] { form21.ShowModal(); });
+    TakeProvinces(program, path);
     TakeContest(program, path);
     TakeOnline(program, path);
 }

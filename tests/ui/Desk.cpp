@@ -79,6 +79,7 @@ struct Desk::Process {
               [&desk](const char *name) { desk.marks << QString::fromLatin1(name); }, {}, {}, false, false}
     {
         windows->SetProgram(program);
+        program.launcher = desk.launcher;
     }
     ~Process() { windows.reset(); }
 

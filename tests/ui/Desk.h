@@ -3,6 +3,7 @@
 #pragma once
 
 #include "RecordingDialogs.h"
+#include "RecordingLauncher.h"
 #include "core/QsoRow.h"
 #include "support/Fixtures.h"
 #include "support/ManualPacer.h"
@@ -158,6 +159,7 @@ public:
     RecordingPorts ports;
     std::shared_ptr<ManualPacer::Time> keying = std::make_shared<ManualPacer::Time>(); // moved by Advance()
     RecordingPlayer player;
+    std::shared_ptr<RecordingLauncher> launcher = std::make_shared<RecordingLauncher>();
     QStringList unwritable; // files that cannot be written, by name or by whole path
     std::optional<qint64> room; // bytes that each file written line by line gets before its disk is full
     std::optional<int> ended; // exit code of the process that asked to end

@@ -1,0 +1,168 @@
+// SPDX-FileCopyrightText: 2026 The Tordillo Compact authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "ui/Form14_Provinces.h"
+
+#include "core/OptionFile.h"
+#include "stats/LdaMember.h"
+#include "ui/Launcher.h"
+#include "ui/Program.h"
+#include "ui/WindowScaler.h"
+#include "ui_Form14_Provinces.h"
+
+#include <QHeaderView>
+#include <QKeyEvent>
+#include <QScreen>
+#include <QStyledItemDelegate>
+#include <QUrl>
+
+namespace {
+
+constexpr int shownColumns = 18, callColumn = 2;
+constexpr int pictureSide = 128; // drawn large, so that it can be shown at any scale
+const QString siteAddress = u"https://www.lda.example"_qs;
+
+// Squares stand side by side, as many as the width takes.
+class GridDelegate : public QStyledItemDelegate {
+public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+    QSize sizeHint(const QStyleOptionViewItem &option, const QModelIndex &) const override
+    {
+        return {option.fontMetrics.horizontalAdvance(u"WW00"_qs) + 8, option.fontMetrics.height() + 2};
+    }
+};
+
+void FillGrids(QListWidget &list, QGroupBox &frame, const QString &caption, const QStringList &grids)
+{
+    list.clear();
+    list.addItems(grids);
+    frame.setTitle(caption + u" ("_qs + QString::number(grids.size()) + u')');
+}
+
+} // namespace
+
+int ProvinceQsoModel::columnCount(const QModelIndex &parent) const { return parent.isValid() ? 0 : shownColumns; }
+
+QVariant ProvinceQsoModel::data(const QModelIndex &index, int role) const
+{
+    const QVariant shown = SearchModel::data(index, role);
+    return role == Qt::DisplayRole && index.column() == callColumn ? shown.toString().toUpper() : shown;
+}
+
+Form14::Form14(Program &program, QWidget *owner)
+    : Window(u"Form14"_qs, program.dialogs, owner)
+    , program_(program)
+    , ui_(std::make_unique<Ui::Form14>())
+    , qsos_(program.logbook.Store())
+{
+    ui_->setupUi(this);
+    setWindowTitle(u"Argentina en LdA"_qs);
+    SetUpLists();
+    Connect();
+    resize(1240, 690);
+    CaptureLayout(this);
+    FitToScreen(this, screen()->availableSize(), true);
+}
+
+Form14::~Form14() = default;
+
+void Form14::SetUpLists()
+{
+    ui_->ListView2->setModel(&provinces_);
+    ui_->ListView2->SetUpColumns();
+    ui_->ListView1->setModel(&qsos_);
+    ui_->ListView1->SetColumnTwips(SearchModel::Widths(), {u"000000"_qs, u"000000"_qs, u"WW9WWWW"_qs});
+    for (QListWidget *grids : {ui_->List1, ui_->List2}) {
+        grids->setFlow(QListView::LeftToRight);
+        grids->setWrapping(true);
+        grids->setResizeMode(QListView::Adjust);
+        grids->setSpacing(1);
+        grids->setUniformItemSizes(true);
+        grids->setItemDelegate(new GridDelegate(grids));
+    }
+    const auto explain = [](QLabel *picture, QLabel *text, ProvinceState state) {
+        picture->setPixmap(ProvinceModel::StateIcon(state).pixmap(pictureSide));
+        text->setText(ProvinceModel::StateText(state));
+    };
+    explain(ui_->Image1, ui_->leyenda1, ProvinceState::Worked);
+    explain(ui_->Image2, ui_->leyenda2, ProvinceState::Uploaded);
+    explain(ui_->Image3, ui_->leyenda3, ProvinceState::Confirmed);
+    ui_->Image4->setPixmap(QIcon(u":/icons/mundo.svg"_qs).pixmap(pictureSide));
+    ShowFocusOn({ui_->Image4});
+}
+
+void Form14::Connect()
+{
+    connect(ui_->ListView2->header(), &QHeaderView::sectionClicked, this, &Form14::SortBy);
+    connect(ui_->Check1, &QCheckBox::toggled, ui_->tablas, [this](bool on) { ui_->tablas->setCurrentIndex(on); });
+    connect(ui_->Command2, &QPushButton::clicked, this, [this] { ui_->Frame5->hide(); });
+    connect(ui_->Image4, &ClickLabel::DoubleClicked, this, &Form14::OpenSite);
+}
+
+void Form14::ShowStatistics(QWidget &owner, const QString &source, const ProvinceStatistics &statistics)
+{
+    if (parentWidget() != &owner)
+        setParent(&owner, windowFlags());
+    ui_->origen->setText(source);
+    ui_->origen->setToolTip(source);
+    Fill(statistics);
+    ui_->Check1->setChecked(false);
+    ui_->Frame5->hide();
+    ui_->ListView2->setFocus();
+    ShowModal();
+    qsos_.Clear();
+}
+
+void Form14::Fill(const ProvinceStatistics &statistics)
+{
+    const ProvinceTally &tally = statistics.tally;
+    qsos_.Clear();
+    qsos_.Append(statistics.ids);
+    ascending_ = false;
+    provinces_.Show(tally.Table());
+    ui_->ListView2->header()->setSortIndicatorShown(false);
+    ui_->ListView2->setCurrentIndex(provinces_.index(0, ProvinceModel::Province));
+    ui_->resumen->setText(
+        u"Provincias confirmadas: %1   trabajadas: %2   de %3"_qs.arg(tally.Table().ConfirmedAnywhere())
+            .arg(tally.Table().WorkedAnywhere())
+            .arg(ProvinceTable::provinces));
+    FillGrids(*ui_->List1, *ui_->Frame2, u"Confirmadas"_qs, tally.ConfirmedGrids());
+    FillGrids(*ui_->List2, *ui_->Frame3, u"Trabajadas"_qs, tally.WorkedGrids());
+}
+
+void Form14::SortBy(int column)
+{
+    ascending_ = !ascending_;
+    provinces_.SortBy(column, ascending_);
+    ui_->ListView2->header()->setSortIndicatorShown(true);
+    ui_->ListView2->header()->setSortIndicator(column, ascending_ ? Qt::AscendingOrder : Qt::DescendingOrder);
+}
+
+void Form14::ShowMember(const QString &reply)
+{
+    const std::optional<LdaMember> member = ReadLdaMember(reply);
+    if (!member) {
+        dialogs().Message(this, u"La respuesta de LdA no trae ningún miembro."_qs);
+        return;
+    }
+    ui_->List3->addItem(member->Line());
+    ui_->List3->setCurrentRow(ui_->List3->count() - 1);
+}
+
+void Form14::OpenSite()
+{
+    const OptionFile services(program_.logbook, u"servicios.ini"_qs, u"servicios"_qs);
+    const QString address = services.Value(u"lda_sitio"_qs, siteAddress);
+    if (!program_.launcher->Open(QUrl(address)))
+        dialogs().Message(this, u"No se pudo abrir el navegador con:\n"_qs + address);
+}
+
+bool Form14::PreviewKey(QKeyEvent *event)
+{
+    if (event->key() == Qt::Key_Escape)
+        close();
+    else if (event->key() == Qt::Key_Space && CurrentField() == ui_->Image4 && !event->isAutoRepeat())
+        OpenSite();
+    else
+        return false;
+    return true;
+}

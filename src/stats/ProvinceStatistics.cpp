@@ -29,7 +29,8 @@ void Take(const Query &query, ProvinceStatistics &statistics)
 }
 
 // Walks a log in the order of its index, slice by slice: first the rows whose date is null, which other programs can
-// leave, then the others. The order puts nulls before empty texts, and so does the place.
+// leave, then the others. The order puts nulls before empty texts, and so does the place; rows of later days need no
+// look at it.
 class LogWalk {
 public:
     LogWalk(LogStore &store, const QString &logName)
@@ -71,10 +72,10 @@ private:
     Query Prepare(Session &session) const
     {
         Query query = session.Prepare(u"SELECT "_qs + columns
-            + u", coalesce(Fecha, ''), Hora IS NOT NULL, coalesce(Hora, '') FROM Tabla1 WHERE \"Nombre Log\"=?1 AND "
+            + u", Fecha, Hora IS NOT NULL, Hora FROM Tabla1 WHERE \"Nombre Log\"=?1 AND "
             + (undated_ ? u"Fecha IS NULL"_qs : u"Fecha>=?2"_qs)
-            + u" AND (coalesce(Fecha, '') COLLATE NOCASE, Hora IS NOT NULL, coalesce(Hora, '') COLLATE NOCASE, id)"
-              ">(?2, ?3, ?4, ?5) ORDER BY Fecha, Hora, id LIMIT ?6");
+            + u" AND (+Fecha>?2 OR (coalesce(Fecha, '') COLLATE NOCASE, Hora IS NOT NULL, "
+              "coalesce(Hora, '') COLLATE NOCASE, id)>(?2, ?3, ?4, ?5)) ORDER BY Fecha, Hora, id LIMIT ?6");
         query.Bind(1, logName_).Bind(2, last_.date).Bind(3, last_.hasTime).Bind(4, last_.time).Bind(5, last_.id);
         query.Bind(6, sliceRows);
         return query;

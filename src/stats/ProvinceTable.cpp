@@ -9,13 +9,20 @@
 
 namespace {
 
-constexpr int gridLength = 4;
+constexpr qsizetype gridLength = 4;
 
 // States that the service does not know are those of a contact that was never sent.
 ProvinceState StateOf(const QString &lda)
 {
-    const double number = Conversions::LeadingNumber(lda);
+    const double number = lda.size() == 1 ? lda[0].unicode() - u'0' : Conversions::LeadingNumber(lda);
     return number == 2 ? ProvinceState::Confirmed : number == 1 ? ProvinceState::Uploaded : ProvinceState::Worked;
+}
+
+// The place of a name, outer blanks not regarded; -1 for one that has none.
+int Find(const QHash<QString, int> &places, const QString &name)
+{
+    const int place = places.value(name, -1);
+    return place >= 0 ? place : places.value(name.trimmed(), -1);
 }
 
 } // namespace
@@ -71,30 +78,38 @@ QString ProvinceTable::Total(int band) const
 
 void ProvinceTally::Grids::Add(const QString &grid)
 {
-    if (known.contains(grid))
+    // Nearly all squares are known, and looked up without a copy.
+    const QString head = QString::fromRawData(grid.constData(), std::min(grid.size(), gridLength));
+    if (known.contains(head))
         return;
-    known.insert(grid);
-    names << grid;
+    const QString kept(head.constData(), head.size()); // the text of `head` ends with that of the contact
+    known.insert(kept);
+    const QString name = kept.trimmed().toUpper();
+    if (name.isEmpty() || (name != kept && known.contains(name)))
+        return;
+    known.insert(name);
+    names << name;
 }
 
 ProvinceTally::ProvinceTally()
 {
     for (const QString &name : ProvinceNames())
         provinceOf_.insert(name, int(provinceOf_.size()));
-    for (const QString &name : ProvinceTable::BandNames())
-        bandOf_.insert(name.toLower(), int(bandOf_.size()));
+    for (const QString &name : ProvinceTable::BandNames()) {
+        const int band = int(bandOf_.size()) / 2;
+        bandOf_.insert(name, band);
+        bandOf_.insert(name.toUpper(), band); // as files of other programs write it
+    }
 }
 
 void ProvinceTally::Add(const ProvinceQso &qso)
 {
     const ProvinceState state = StateOf(qso.lda);
-    if (const QString grid = qso.grid.left(gridLength).trimmed().toUpper(); !grid.isEmpty())
-        (state == ProvinceState::Confirmed ? confirmed_ : worked_).Add(grid);
-    const int province = provinceOf_.value(qso.province.trimmed(), -1);
+    (state == ProvinceState::Confirmed ? confirmed_ : worked_).Add(qso.grid);
+    const int province = Find(provinceOf_, qso.province);
     if (province < 0)
         return;
-    // Files of other programs write "20M".
-    const QString band = qso.satellite.trimmed().isEmpty() ? qso.band.trimmed().toLower() : u"sat"_qs;
-    if (const int at = bandOf_.value(band, -1); at >= 0)
-        table_.Raise(province, at, state);
+    const bool satellite = !qso.satellite.trimmed().isEmpty();
+    if (const int band = satellite ? ProvinceTable::bands - 1 : Find(bandOf_, qso.band); band >= 0)
+        table_.Raise(province, band, state);
 }

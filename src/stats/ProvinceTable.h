@@ -67,7 +67,7 @@ public:
 private:
     struct Grids {
         QStringList names;
-        QSet<QString> known;
+        QSet<QString> known; // as they came, and as they are named
         void Add(const QString &grid);
     };
 

@@ -52,8 +52,8 @@ class TestProvinceStatistics : public QObject {
     void StoreMany(int count, const QString &date, const QString &time)
     {
         Execute(u"WITH RECURSIVE c(n) AS (SELECT 1 UNION ALL SELECT n+1 FROM c WHERE n<%1) INSERT INTO Tabla1 "
-                "(Modo, \"Nombre Log\", Estacion, Argento, Banda, Fecha, Hora) SELECT 'CW', '%2', 'LU1GA', "
-                "iif(n%10=0, '', 'Chaco'), '20m', %3, %4 FROM c"_qs.arg(count)
+                "(Modo, \"Nombre Log\", Estacion, Argento, Banda, SuGrid, Fecha, Hora) SELECT 'CW', '%2', "
+                "'LU1GA', iif(n%10=0, '', 'Chaco'), '20m', 'GF'||(n+10)||'AB', %3, %4 FROM c"_qs.arg(count)
                     .arg(logName, date, time));
     }
     std::vector<qint64> InOneGo()
@@ -177,6 +177,7 @@ private Q_SLOTS:
         QVERIFY(read);
         QCOMPARE(read->ids, (std::vector<qint64>{9, 3, 4}));
         QCOMPARE(Cells(read->tally.Table()), QStringList{u"Chaco 20m 0"_qs});
+        QCOMPARE(read->tally.WorkedGrids(), (QStringList{u"GF19"_qs, u"GF13"_qs, u"GF14"_qs}));
     }
 
     void OneMemberIsReadOutOfAReply()

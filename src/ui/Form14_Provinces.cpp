@@ -2,7 +2,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/Form14_Provinces.h"
 
-#include "core/OptionFile.h"
+#include "core/Services.h"
+#include "online/WebText.h"
 #include "stats/LdaMember.h"
 #include "ui/Launcher.h"
 #include "ui/Program.h"
@@ -19,7 +20,8 @@ namespace {
 
 constexpr int shownColumns = 18, callColumn = 2;
 constexpr int pictureSide = 128; // drawn large, so that it can be shown at any scale
-const QString siteAddress = u"https://www.lda.example"_qs;
+const QString askingText = u"Consultando LdA ..."_qs;
+const QString memberPath = u"/php/tordillo55.php?"_qs;
 
 // Squares stand side by side, as many as the width takes.
 class GridDelegate : public QStyledItemDelegate {
@@ -53,6 +55,7 @@ Form14::Form14(Program &program, QWidget *owner)
     , program_(program)
     , ui_(std::make_unique<Ui::Form14>())
     , qsos_(program.logbook.Store())
+    , client_(program.scheduler)
 {
     ui_->setupUi(this);
     setWindowTitle(u"Argentina en LdA"_qs);
@@ -94,6 +97,7 @@ void Form14::Connect()
 {
     connect(ui_->ListView2->header(), &QHeaderView::sectionClicked, this, &Form14::SortBy);
     connect(ui_->Check1, &QCheckBox::toggled, ui_->tablas, [this](bool on) { ui_->tablas->setCurrentIndex(on); });
+    connect(ui_->Command1, &QPushButton::clicked, this, &Form14::AskMembers);
     connect(ui_->Command2, &QPushButton::clicked, this, [this] { ui_->Frame5->hide(); });
     connect(ui_->Image4, &ClickLabel::DoubleClicked, this, &Form14::OpenSite);
 }
@@ -109,6 +113,7 @@ void Form14::ShowStatistics(QWidget &owner, const QString &source, const Provinc
     ui_->Frame5->hide();
     ui_->ListView2->setFocus();
     ShowModal();
+    StopAsking();
     qsos_.Clear();
 }
 
@@ -119,6 +124,7 @@ void Form14::Fill(const ProvinceStatistics &statistics)
     qsos_.Append(statistics.ids);
     ascending_ = false;
     provinces_.Show(tally.Table());
+    ui_->ProgressBar1->setValue(provinces_.rowCount());
     ui_->ListView2->header()->setSortIndicatorShown(false);
     ui_->ListView2->setCurrentIndex(provinces_.index(0, ProvinceModel::Province));
     ui_->resumen->setText(
@@ -137,9 +143,32 @@ void Form14::SortBy(int column)
     ui_->ListView2->header()->setSortIndicator(column, ascending_ ? Qt::AscendingOrder : Qt::DescendingOrder);
 }
 
-void Form14::ShowMember(const QString &reply)
+void Form14::AskMembers()
 {
-    const std::optional<LdaMember> member = ReadLdaMember(reply);
+    if (request_)
+        return;
+    ui_->List3->clear();
+    ui_->consulta->setText(askingText);
+    ui_->consulta->show();
+    ui_->Frame5->show();
+    ui_->List3->setFocus();
+    ui_->Command1->setEnabled(false);
+    request_ = std::make_unique<PolledRequest>(
+        client_, program_.scheduler, ServiceAddress(program_.logbook, Service::Lda) + memberPath,
+        [this](int ticks) { ui_->consulta->setText(askingText + u" %1 s"_qs.arg(ticks)); },
+        [this](const WebReply &reply) {
+            StopAsking();
+            ShowMembers(reply);
+        });
+}
+
+void Form14::ShowMembers(const WebReply &reply)
+{
+    if (!reply.Answered()) {
+        dialogs().Message(this, QString(NoConnectionText::polled + u'\n' + reply.Cause()).trimmed());
+        return;
+    }
+    const auto member = reply.IsGood() ? ReadLdaMember(WebText::PageText(reply.text)) : std::nullopt;
     if (!member) {
         dialogs().Message(this, u"La respuesta de LdA no trae ningún miembro."_qs);
         return;
@@ -148,10 +177,16 @@ void Form14::ShowMember(const QString &reply)
     ui_->List3->setCurrentRow(ui_->List3->count() - 1);
 }
 
+void Form14::StopAsking()
+{
+    request_.reset();
+    ui_->consulta->hide();
+    ui_->Command1->setEnabled(true);
+}
+
 void Form14::OpenSite()
 {
-    const OptionFile services(program_.logbook, u"servicios.ini"_qs, u"servicios"_qs);
-    const QString address = services.Value(u"lda_sitio"_qs, siteAddress);
+    const QString address = ServiceAddress(program_.logbook, Service::LdaSite);
     if (!program_.launcher->Open(QUrl(address)))
         dialogs().Message(this, u"No se pudo abrir el navegador con:\n"_qs + address);
 }

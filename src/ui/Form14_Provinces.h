@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "online/WebClient.h"
 #include "stats/ProvinceStatistics.h"
 #include "ui/ProvinceModel.h"
 #include "ui/SearchModel.h"
@@ -32,8 +33,9 @@ public:
 // | ListView1, Check1       | the contacts it was made of, in its place while Check1 is ticked |
 // | List1 in Frame2         | grid squares confirmed                                           |
 // | List2 in Frame3         | grid squares worked by contacts that are not confirmed           |
-// | ProgressBar1            | while the table is filled                                        |
+// | ProgressBar1            | while the table is filled, a step for each row                   |
 // | Command1, Command2      | the members of LdA, in List3 of Frame5, and away with it again   |
+// | consulta                | while LdA is asked for them                                      |
 // | Image4                  | the site of LdA in the browser: double click, or Space           |
 class Form14 : public Window {
     Q_OBJECT
@@ -45,9 +47,6 @@ public:
     // Shows the window over `owner` until it is closed. `source` says what the contacts were taken from.
     void ShowStatistics(QWidget &owner, const QString &source, const ProvinceStatistics &statistics);
 
-    // Adds the member that a reply of the service tells to List3; a reply without one is told.
-    void ShowMember(const QString &reply);
-
 protected:
     bool PreviewKey(QKeyEvent *event) override;
 
@@ -56,6 +55,9 @@ private:
     void Connect();
     void Fill(const ProvinceStatistics &statistics);
     void SortBy(int column);
+    void AskMembers();
+    void ShowMembers(const WebReply &reply);
+    void StopAsking();
     void OpenSite();
 
     Program &program_;
@@ -63,4 +65,6 @@ private:
     ProvinceModel provinces_;
     ProvinceQsoModel qsos_;
     bool ascending_ = false;
+    WebClient client_;
+    std::unique_ptr<PolledRequest> request_; // for the members, ends with the window
 };

@@ -51,6 +51,7 @@
 #include <QDir>
 #include <QFile>
 #include <QLineEdit>
+#include <QListWidget>
 #include <QMessageBox>
 #include <QPlainTextEdit>
 #include <QPushButton>
@@ -255,7 +256,7 @@ void TakeProvinces(Program &program, const std::function<QString(const char *)> 
     QTimer::singleShot(150, &form14, [&] {
         form14.findChild<QCheckBox *>(u"Check1"_qs)->setChecked(true);
         form14.findChild<QWidget *>(u"Frame5"_qs)->show();
-        form14.ShowMember(u"LU1ABC nomo:Juan Pérez ultimar:24/11/2026"_qs);
+        form14.findChild<QListWidget *>(u"List3"_qs)->addItem(u"LU1ABC Juan Pérez>24/11/2026"_qs);
     });
     TakeModal(form14, path("Form14_QSOs"), [&] { form14.ShowStatistics(form1, source, *ofLog); });
 }

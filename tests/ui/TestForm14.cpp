@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Tordillo Compact authors
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Desk.h"
+#include "support/LocalServer.h"
 #include "support/RawDatabase.h"
 #include "support/TestRegistry.h"
 #include "ui/Form1_Main.h"
@@ -164,6 +165,52 @@ private Q_SLOTS:
             });
         QCOMPARE(desk_->launcher->opened, QStringList(2, u"https://lda.test/inicio"_qs));
         QCOMPARE(desk_->Told(), QStringList{u"!No se pudo abrir el navegador con:\nhttps://lda.test/inicio"_qs});
+    }
+
+    void MembersComeFromTheService()
+    {
+        LocalServer server;
+        desk_->Furnish(1);
+        desk_->Write(u"servicios.ini"_qs, "[servicios]\r\nlda=" + server.Base().toUtf8() + "\r\n");
+        desk_->Start();
+        const QString none = u"!La respuesta de LdA no trae ningún miembro."_qs;
+        const QString dead = u"!No parace haber conexión con internet!"_qs;
+        struct Case {
+            LocalServer::Answer answer;
+            QStringList shown, told;
+        };
+        const QByteArray member = "LU1ABC nomo:Jos\xc3\xa9 Paz ultimar:24/11/2026";
+        const Case cases[] = {
+            {QByteArray("<html><body>" + member + "</body></html>"), {u"LU1ABC José Paz>24/11/2026"_qs}, {}},
+            {{member, 500}, {}, {none}}, {"<h1>Mantenimiento</h1>", {}, {none}},
+            {LocalServer::Manner::Hangup, {}, {dead}}, {LocalServer::Manner::Silent, {}, {dead}}};
+        desk_->InModal([&] { desk_->Menu("parg"); },
+            [&] {
+                for (const Case &that : cases) {
+                    server.Always(that.answer);
+                    const auto asked = server.requests.size();
+                    desk_->Click(u"Command1"_qs);
+                    QVERIFY(!desk_->Find(u"Command1"_qs)->isEnabled());
+                    QVERIFY(desk_->Find(u"Frame5"_qs)->isVisible());
+                    QVERIFY(QTest::qWaitFor([&] { return server.requests.size() > asked; }));
+                    if (that.answer.manner == LocalServer::Manner::Silent) {
+                        desk_->Advance(14000);
+                        QCOMPARE(desk_->Text(u"consulta"_qs), u"Consultando LdA ... 14 s"_qs);
+                        desk_->Advance(1000);
+                    }
+                    QVERIFY(QTest::qWaitFor([&] { return desk_->Find(u"Command1"_qs)->isEnabled(); }));
+                    QCOMPARE(Items(u"List3"_qs), that.shown);
+                    QCOMPARE(desk_->Told(), that.told);
+                    QVERIFY(desk_->Find(u"Frame5"_qs)->isVisible());
+                }
+                QCOMPARE(server.requests.first().target, QByteArray("/php/tordillo55.php?"));
+                desk_->Click(u"Command1"_qs);
+                desk_->Click(u"Command2"_qs);
+                QVERIFY(!desk_->Find(u"Frame5"_qs)->isVisible());
+                desk_->Press(Qt::Key_Escape); // and takes the request with it
+            });
+        desk_->Advance(20000);
+        QCOMPARE(desk_->Told(), QStringList());
     }
 
     void ACardIsDrawnAndShown()

@@ -29,7 +29,7 @@ public:
     using QStyledItemDelegate::QStyledItemDelegate;
     QSize sizeHint(const QStyleOptionViewItem &option, const QModelIndex &) const override
     {
-        return {option.fontMetrics.horizontalAdvance(u"WW00"_qs) + 8, option.fontMetrics.height() + 2};
+        return {option.fontMetrics.horizontalAdvance(u"MM00"_qs) + 6, option.fontMetrics.height() + 2};
     }
 };
 

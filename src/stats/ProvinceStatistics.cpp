@@ -17,15 +17,16 @@ const Failure &Stopped()
     return failure;
 }
 
-const QString columns = u"id, Argento, Estacion, Banda, Nombre_Sat, LdA, SuGrid"_qs;
+// The province is empty where the call is.
+const QString columns = u"id, iif(Estacion<>'', Argento, ''), Banda, Nombre_Sat, LdA, SuGrid"_qs;
 
 void Take(const Query &query, ProvinceStatistics &statistics)
 {
     const QString province = query.Text(1);
-    if (province.trimmed().isEmpty() || query.Text(2).isEmpty())
+    if (province.trimmed().isEmpty())
         return;
     statistics.ids.push_back(query.Number(0));
-    statistics.tally.Add({province, query.Text(3), query.Text(4), query.Text(5), query.Text(6)});
+    statistics.tally.Add({province, query.Text(2), query.Text(3), query.Text(4), query.Text(5)});
 }
 
 // Walks a log in the order of its index, slice by slice: first the rows whose date is null, which other programs can
@@ -50,7 +51,7 @@ public:
             while (query.Next()) {
                 Take(query, statistics);
                 if (++rows == sliceRows)
-                    last_ = {query.Text(7), query.Number(8), query.Text(9), query.Number(0)};
+                    last_ = {query.Text(6), query.Number(7), query.Text(8), query.Number(0)};
             }
             if (rows < sliceRows) {
                 atEnd_ = !undated_;

@@ -16,6 +16,7 @@
 
 #include <QApplication>
 #include <QLockFile>
+#include <QScopeGuard>
 #include <QStandardPaths>
 #include <chrono>
 #include <cstdio>
@@ -41,13 +42,28 @@ public:
         return true;
     }
 
+    // What they point to goes away.
+    void Forget()
+    {
+        silence = {};
+        dialogs = nullptr;
+    }
+
 private:
+    void Silence() noexcept
+    {
+        try {
+            if (silence)
+                silence();
+        } catch (...) {
+            // It is told already that something has failed.
+        }
+    }
     void Tell(const QString &what)
     {
         if (dialogs && !ending_) {
             ending_ = true;
-            if (silence)
-                silence();
+            Silence();
             dialogs->Message(nullptr,
                 u"Ocurrió un error inesperado y el programa va a cerrarse. Los QSOs guardados no se pierden.\n\n"_qs
                     + what,
@@ -94,10 +110,12 @@ int RunProgram(Application &application)
     SerialLines lines(logbook, ports);
     RealPlayer player;
     CqCaller caller(logbook, lines, player, scheduler);
+    // The lines first: what comes after may be what has just failed.
     application.silence = [&caller, &lines] {
-        caller.Escape();
         lines.Silence();
+        caller.Escape();
     };
+    const auto forget = qScopeGuard([&application] { application.Forget(); });
     Windows windows;
     Program program{logbook, scheduler, dialogs, windows, lines, MakeThreadPacer, caller,
         [] { QCoreApplication::processEvents(); }, [](int exitCode) { QCoreApplication::exit(exitCode); }, Mark, {}, {},

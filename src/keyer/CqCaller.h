@@ -7,6 +7,7 @@
 #include "keyer/ModemPort.h"
 
 #include <QObject>
+#include <memory>
 #include <optional>
 
 class AudioPlayer;
@@ -25,7 +26,7 @@ public:
     enum class From {
         Main, // the line is closed at the start and stays so after the audio, until Escape()
         Contest, // the line is closed at the start and opens at the end of the audio
-        Test, // the line is left alone
+        Test, // playing leaves the line alone
     };
 
     CqCaller(const Logbook &logbook, SerialLines &lines, AudioPlayer &player, Scheduler &scheduler);

@@ -4,6 +4,7 @@
 
 #include "keyer/PortDevice.h"
 
+#include <QFileInfo>
 #include <QMutexLocker>
 #include <utility>
 
@@ -30,22 +31,36 @@ SerialLines::PortOf SerialLines::Held(User user) const
     return held_[size_t(user)];
 }
 
+// The port of the other user when it is the same device. One that failed is closed here, since no device can be opened
+// while it is held; `reopen` tells that the other user waits for it too.
+SerialLines::PortOf SerialLines::Shared(User user, const QString &device, bool &reopen)
+{
+    PortOf port = Held(OtherOf(user));
+    if (!port || port->name != device)
+        return nullptr;
+    {
+        const QMutexLocker busy(&port->busy);
+        reopen = port->dead;
+    }
+    if (!reopen)
+        return port;
+    const QMutexLocker lock(&mutex_);
+    held_[size_t(OtherOf(user))].reset();
+    return nullptr;
+}
+
 Result<void> SerialLines::Open(User user, const QString &com)
 {
     Close(user);
-    const QString device = PortDevice(logbook_, com);
-    if (device.isEmpty())
+    const QString path = PortDevice(logbook_, com);
+    if (path.isEmpty())
         return {};
-    const PortOf others = Held(OtherOf(user));
-    const bool same = others && others->name == device;
-    PortOf port = same ? others : nullptr;
-    if (port) {
-        const QMutexLocker busy(&port->busy);
-        if (port->dead)
-            port.reset();
-    }
+    const QString canonical = QFileInfo(path).canonicalFilePath();
+    const QString device = canonical.isEmpty() ? path : canonical;
+    bool reopen = false;
+    PortOf port = Shared(user, device, reopen);
     if (!port) {
-        auto opened = source_.Open(device);
+        auto opened = source_.Open(path);
         if (!opened)
             return opened.failure();
         port = std::make_shared<Port>();
@@ -56,7 +71,7 @@ Result<void> SerialLines::Open(User user, const QString &com)
     if (silenced_)
         return {};
     held_[size_t(user)] = port;
-    if (same)
+    if (reopen)
         held_[size_t(OtherOf(user))] = port;
     return {};
 }
@@ -74,8 +89,8 @@ void SerialLines::Close(User user)
     for (const ModemLine line : {ModemLine::RTS, ModemLine::DTR}) {
         const auto raised = port->raisedBy.find(line);
         if (raised != port->raisedBy.end() && raised->second == user) {
-            port->device->Set(line, false);
             port->raisedBy.erase(raised);
+            Drive(*port, line, false);
         }
     }
 }
@@ -97,12 +112,17 @@ bool SerialLines::Set(User user, ModemLine line, bool on)
         return true;
     else
         port->raisedBy.erase(line);
-    if (port->device->Set(line, on))
+    return Drive(*port, line, on);
+}
+
+bool SerialLines::Drive(Port &port, ModemLine line, bool on)
+{
+    if (port.device->Set(line, on))
         return true;
-    port->dead = true;
-    port->raisedBy.clear();
+    port.dead = true;
+    port.raisedBy.clear();
     for (const ModemLine each : {ModemLine::RTS, ModemLine::DTR})
-        port->device->ForceLow(each);
+        port.device->ForceLow(each);
     return false;
 }
 

@@ -41,7 +41,7 @@ public:
 
 private:
     struct Port {
-        QString name;
+        QString name; // the device itself, where it goes by several names
         std::unique_ptr<ModemPort> device;
         QMutex busy; // while the device works; for the two below
         std::map<ModemLine, User> raisedBy;
@@ -50,6 +50,8 @@ private:
     using PortOf = std::shared_ptr<Port>;
 
     PortOf Held(User user) const;
+    PortOf Shared(User user, const QString &device, bool &reopen);
+    static bool Drive(Port &port, ModemLine line, bool on);
 
     const Logbook &logbook_;
     ModemPorts &source_;

@@ -4,6 +4,7 @@
 
 #include "keyer/CqCaller.h"
 
+#include <QEvent>
 #include <QFrame>
 #include <QLabel>
 #include <algorithm>
@@ -26,6 +27,7 @@ CallerView::CallerView(CqCaller &caller, QFrame *sFondo, QLabel *tx)
     sPorcentaje_->setBackgroundRole(QPalette::Highlight);
     sPorcentaje_->setAutoFillBackground(true);
     ShowBar(0);
+    sFondo_->installEventFilter(this);
     if (tx_)
         tx_->setAutoFillBackground(true);
     ShowLine(caller.LineIsOn());
@@ -38,10 +40,18 @@ CallerView::CallerView(CqCaller &caller, QFrame *sFondo, QLabel *tx)
 
 void CallerView::ShowBar(int width) { sPorcentaje_->setGeometry(0, 0, width, sFondo_->height()); }
 
+bool CallerView::eventFilter(QObject *, QEvent *event)
+{
+    if (event->type() == QEvent::Resize)
+        ShowBar(sPorcentaje_->width());
+    return false;
+}
+
 void CallerView::ShowLine(bool on)
 {
     if (!tx_)
         return;
+    tx_->setAccessibleDescription(on ? u"Transmitiendo"_qs : u"En reposo"_qs);
     QPalette colours = tx_->palette();
     colours.setColor(QPalette::Window, on ? QColor(255, 0, 0) : QColor(64, 0, 0));
     colours.setColor(QPalette::WindowText, Qt::white);

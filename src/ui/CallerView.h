@@ -18,6 +18,8 @@ public:
     // `tx` may be null. Lives as long as `sFondo`.
     CallerView(CqCaller &caller, QFrame *sFondo, QLabel *tx);
 
+    bool eventFilter(QObject *watched, QEvent *event) override; // the bar is as high as its ground
+
 private:
     void ShowBar(int width);
     void ShowLine(bool on);

@@ -20,4 +20,6 @@ void ContestCaller::ModeLeftCw() { caller_.PttOff(caller_.Line()); }
 
 void ContestCaller::Leave() { caller_.Leave(CqCaller::From::Contest); }
 
+bool ContestCaller::LineIsOn() const { return caller_.LineIsOn(); }
+
 bool ContestCaller::MainHoldsPort() const { return caller_.MainHoldsPort(); }

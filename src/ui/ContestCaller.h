@@ -20,6 +20,7 @@ public:
     void Leave();
     // The main window's CQ holds its port; the keyer's port must not be chosen anew then.
     bool MainHoldsPort() const;
+    bool LineIsOn() const;
 
 private:
     CqCaller &caller_;

@@ -257,6 +257,8 @@ bool Form1::PreviewKey(QKeyEvent *event)
         list_->LastPage();
         return true;
     case Qt::Key_F1:
+        if (event->modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier))
+            return false;
         if (!event->isAutoRepeat())
             program_.caller.Start(CqCaller::From::Main);
         return true;
@@ -415,9 +417,11 @@ void Form1::SetViaSatellite(bool on)
 
 void Form1::OpenSettings()
 {
-    LoadConfig(program_.logbook);
+    const bool themeTold = LoadConfig(program_.logbook);
     ShowConfiguration();
     program_.windows.Settings().FillLists();
+    if (themeTold)
+        program_.windows.Settings().ApplyTheme();
     program_.windows.Settings().OpenPort(this);
     program_.windows.Settings().ShowSettings();
     ShowCaptions();
@@ -472,6 +476,7 @@ bool Form1::MayClose()
         return true;
     if (!closingAllowed_ && !ConfirmLeaving())
         return false;
+    program_.caller.Escape(); // nothing is on the air while a box waits
     if (startUp_->IsConfigured())
         if (const Result<void> saved = SaveConfig(program_.logbook, program_.FirstRun); !saved)
             dialogs().Message(this, saved.failure().text, Dialogs::Icon::Critical);

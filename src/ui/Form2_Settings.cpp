@@ -132,6 +132,8 @@ void Form2::BindCaller()
     ui_->AvisoAudio->hide();
     connect(ui_->Command6, &QPushButton::clicked, this, [this, &caller] {
         ui_->AvisoAudio->hide();
+        ui_->Command7->setEnabled(true);
+        stopHadFocus_ = false;
         caller.Start(CqCaller::From::Test);
     });
     connect(ui_->Command7, &QPushButton::clicked, this, [this, &caller] {
@@ -183,6 +185,12 @@ void Form2::hideEvent(QHideEvent *event)
         program_.caller.PttOff(program_.caller.Line());
     program_.caller.Leave(CqCaller::From::Test);
     ui_->Command7->setEnabled(true);
+    stopHadFocus_ = false;
+    // The release of an eye that is held goes elsewhere now.
+    for (QToolButton *eye : {ui_->Command3, ui_->Image1, ui_->Image2, ui_->Image3})
+        eye->setDown(false);
+    for (QLineEdit *password : {ui_->pass_lda, ui_->Text6, ui_->Text7, ui_->Text10})
+        password->setEchoMode(QLineEdit::Password);
     ui_->AvisoAudio->hide();
     Window::hideEvent(event);
 }
@@ -284,11 +292,6 @@ bool Form2::FieldsAreGood()
             continue;
         dialogs().Message(this, NotACallsignMessage(call), Dialogs::Icon::Critical);
         GiveFocusTo(field);
-        return false;
-    }
-    if (!EntryRules::GridLengthAllowed(ui_->Text4->text().size(), EntryRules::GridOf::OwnStation)) {
-        dialogs().Message(this, EntryRules::BadGridMessage());
-        GiveFocusTo(ui_->Text4);
         return false;
     }
     return true;

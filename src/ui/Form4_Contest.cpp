@@ -430,6 +430,9 @@ void Form4::Escape()
     log_->HideDuplicates();
     macros_->StopAutoCq();
     keyer_->Escape();
+    // A recorded CQ from before the mode was CW: Esc leaves no line closed.
+    if (caller_->LineIsOn())
+        caller_->Escape();
 }
 
 // After the editor's buttons the window goes on as it is; after its Esc it takes up everything anew.
@@ -464,9 +467,9 @@ bool Form4::Leave(bool askForCall)
         return false;
     if (!dialogs().Ask(this, u" Sale del concurso?"_qs))
         return false;
+    caller_->Leave();
     if (const QString trouble = keyer_->Close(); !trouble.isEmpty())
         dialogs().Message(this, trouble);
-    caller_->Leave();
     leaving_ = true;
     return true;
 }

@@ -82,7 +82,10 @@ private Q_SLOTS:
         record();
         QVERIFY(lines.Open(User::Keyer, u"COM1"_qs));
         QVERIFY(lines.Set(User::Caller, ModemLine::RTS, true) && lines.Set(User::Keyer, ModemLine::DTR, true));
-        QCOMPARE(record(), u"open ttyS0, close ttyS0, ttyS0 RTS 1, ttyS0 DTR 1"_qs);
+        QCOMPARE(record(), u"close ttyS0, open ttyS0, ttyS0 RTS 1, ttyS0 DTR 1"_qs);
+        ports.deafToOff = true; // a line that nobody holds any more does not stay up beside the other user's
+        lines.Close(User::Keyer);
+        QCOMPARE(record(), u"ttyS0 RTS low, ttyS0 DTR low"_qs);
     }
 };
 

@@ -29,6 +29,9 @@ public:
     {
         if (refused.contains(device))
             return refused.value(device);
+        if (held_.contains(device))
+            return Failure{device + u" está en uso", Failure::Kind::Locked};
+        held_ << device;
         Write(u"open "_qs + device);
         return std::unique_ptr<ModemPort>(std::make_unique<Port>(*this, device));
     }
@@ -41,7 +44,11 @@ private:
             , device_(std::move(device))
         {
         }
-        ~Port() override { owner_.Write(u"close "_qs + device_); }
+        ~Port() override
+        {
+            owner_.held_.removeOne(device_);
+            owner_.Write(u"close "_qs + device_);
+        }
         bool Set(ModemLine line, bool on) override
         {
             if (owner_.gone.contains(device_) || (!on && owner_.deafToOff))
@@ -66,5 +73,5 @@ private:
     }
 
     QMutex mutex_;
-    QStringList record_;
+    QStringList record_, held_;
 };

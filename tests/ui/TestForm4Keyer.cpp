@@ -352,6 +352,59 @@ private Q_SLOTS:
         });
     }
 
+    // The recorded CQ of the other modes: every way out of it opens the line.
+    void RecordedCq()
+    {
+        desk_->Furnish();
+        desk_->Configure(u"ArcAudio="_qs, u"/cq.mp3"_qs);
+        desk_->Configure(u"Puerto  ="_qs, u"COM1"_qs);
+        desk_->Write(u"varCW.cfg"_qs, "COM2\r\n 1 \r\n");
+        desk_->Start();
+        const auto play = [&] {
+            desk_->Press(Qt::Key_F1);
+            if (!desk_->player.Taken().isEmpty())
+                desk_->player.Opens();
+            return Lines();
+        };
+        desk_->InContest(u"CONDOR"_qs, [&] {
+            Lines();
+            QCOMPARE(play(), u"ttyS0 DTR 1"_qs);
+            desk_->player.Ends();
+            QCOMPARE(Lines(), u"ttyS0 DTR 0"_qs);
+            const std::function<void()> ways[] = {[&] { desk_->Press(Qt::Key_Escape); },
+                [&] { desk_->Choose(u"Combo1"_qs, u"FM"_qs); },
+                [&] {
+                    desk_->Choose(u"Combo1"_qs, u"CW"_qs);
+                    QCOMPARE(Lines(), QString()); // the CQ goes on
+                    desk_->Press(Qt::Key_Escape);
+                }};
+            for (const auto &way : ways) {
+                QCOMPARE(play(), u"ttyS0 DTR 1"_qs);
+                way();
+                QCOMPARE(Lines(), u"ttyS0 DTR 0"_qs);
+            }
+            desk_->player.Taken();
+            desk_->Press(Qt::Key_F1); // in CW it is a message
+            QVERIFY(desk_->player.Taken().isEmpty() && Sending());
+            Sent();
+            desk_->Choose(u"Combo1"_qs, u"SSB"_qs);
+            Lines();
+            play();
+        });
+        QVERIFY(Lines().contains(u"ttyS0 DTR 0"));
+        // The CQ of the main window keeps its line in the contest, and the keyer lets its port alone meanwhile.
+        QCOMPARE(play(), u"ttyS0 DTR 1"_qs);
+        desk_->InContest(u"CONDOR"_qs, [&] {
+            QCOMPARE(desk_->Text(u"EstadoPuerto"_qs), u"sin puerto"_qs);
+            desk_->Choose(u"Combo1"_qs, u"CW"_qs);
+            Lines();
+            desk_->Choose(u"Combo3"_qs, u"COM5"_qs);
+            QCOMPARE(desk_->Text(u"Combo3"_qs) + Lines(), u"COM2"_qs);
+        });
+        desk_->Press(Qt::Key_Escape);
+        QVERIFY(Lines().endsWith(u"ttyS0 DTR 0"));
+    }
+
     void TrialInTheSettings()
     {
         desk_->Write(u"varCW.cfg"_qs, "COM3\r\n 0 \r\n");

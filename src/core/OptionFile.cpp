@@ -8,10 +8,12 @@
 OptionFile::OptionFile(const Logbook &logbook, const QString &name, const QString &section)
 {
     bool inside = false;
+    // Some editors put three bytes in front that no reader of plain text expects.
+    const QString mark = u"ï»¿"_qs;
     for (const QString &line : TextFile::ReadLines(logbook.Files(), logbook.PathOf(name)).value_or(QStringList())) {
         // These files are written by hand, with any editor.
         for (const QString &part : line.split(u'\n')) {
-            const QString text = part.trimmed();
+            const QString text = (part.startsWith(mark) ? part.mid(mark.size()) : part).trimmed();
             if (text.startsWith(u'['))
                 inside = text.compare(u'[' + section + u']', Qt::CaseInsensitive) == 0;
             else if (inside && text.contains(u'=') && !text.startsWith(u';') && !text.startsWith(u'#'))

@@ -7,6 +7,8 @@
 
 namespace {
 
+constexpr qsizetype longestError = 500; // nobody reads more in a box
+
 const QString qrzName = u"QRZ"_qs;
 
 // Answers of the services are a page long; what is kept for diagnosis need not be longer.
@@ -155,7 +157,7 @@ void CallSearch::LoggedIn(const WebReply &reply)
     if (!reply.Answered())
         return Failed(reply);
     if (const QString error = CallLookup::TagValue(reply.text, u"Error"_qs); !error.isEmpty()) {
-        Q_EMIT ServiceSays(qrzName + u" dice:\n" + WebText::WithoutSecret(error, account_.password));
+        Q_EMIT ServiceSays(qrzName + u" dice:\n" + WebText::WithoutSecret(error, account_.password).left(longestError));
         return;
     }
     const QString key = CallLookup::TagValue(reply.text, u"Key"_qs);

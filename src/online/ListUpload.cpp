@@ -34,7 +34,11 @@ void ListUpload::Start()
     SendNext();
 }
 
-void ListUpload::Cancel() { Finish(End::Cancelled); }
+void ListUpload::Cancel()
+{
+    counts_.unanswered += request_ != nullptr;
+    Finish(End::Cancelled);
+}
 
 QString ListUpload::NextAddress(const QStringList &row)
 {
@@ -85,12 +89,12 @@ void ListUpload::Use(const QString &page)
     const UploadRules::Effects effects = UploadRules::Judge(page);
     const bool lda = target_ == Target::Lda;
     refused_ = refused_ || effects.stop;
-    errors_.lda += effects.ldaError;
+    errors_.lda += effects.ldaErrors;
     errors_.eqsl += effects.eqslError;
     counts_.loaded += lda ? effects.ldaLoaded : effects.eqslLoaded;
     counts_.duplicates += lda ? effects.ldaDuplicate : effects.eqslDuplicate;
     listener_.write(
-        WebText::WithoutSecret(page.left(shownReply), account_.password), effects.red ? Colour::Red : Colour::Green);
+        WebText::WithoutSecret(page, account_.password).left(shownReply), effects.red ? Colour::Red : Colour::Green);
 }
 
 void ListUpload::Finish(End end)
@@ -103,12 +107,6 @@ void ListUpload::Finish(End end)
 }
 
 namespace UploadTexts {
-
-const QString noAccount = u"Sin configurar Usuario o Contraseña!"_qs;
-const QString manyRows = u"Más de 50 QSOs para subir!\npuede que domore mucho tiempo, prosigue o Cancela?\n\n"
-                         "SUGERENCIA: Filre por fecha para subilos en etapas"_qs;
-const QString askRemarks = u"Desea usar el campo COMMENT como QSLMSG?"_qs;
-const QString noRows = u"No hay QSOs para exportar!"_qs;
 
 QString FrameTitle(ListUpload::Target target)
 {

@@ -71,7 +71,11 @@ private:
 
 // The texts of the window, where the two services differ only by their names.
 namespace UploadTexts {
-extern const QString noAccount, manyRows, askRemarks, noRows;
+inline const QString noAccount = u"Sin configurar Usuario o Contraseña!"_qs;
+inline const QString manyRows = u"Más de 50 QSOs para subir!\npuede que domore mucho tiempo, prosigue o Cancela?\n\n"
+                                "SUGERENCIA: Filre por fecha para subilos en etapas"_qs;
+inline const QString askRemarks = u"Desea usar el campo COMMENT como QSLMSG?"_qs;
+inline const QString noRows = u"No hay QSOs para exportar!"_qs;
 QString FrameTitle(ListUpload::Target target);
 QString Connecting(ListUpload::Target target);
 QString ThreeErrors(ListUpload::Target target);

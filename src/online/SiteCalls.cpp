@@ -23,8 +23,9 @@ std::optional<std::array<int, 3>> Numbers(const QString &version)
     if (!clean || version.size() > longestVersion || first < 0 || second < 0)
         return std::nullopt;
     const auto number = [&](qsizetype from) { return Conversions::LeadingInteger(QStringView(version).mid(from)); };
-    return std::array{int(Conversions::LeadingNumber(QStringView(version).left(first))),
-        int(Conversions::LeadingNumber(QStringView(version).mid(first + 1, second - first - 1))), number(second + 1)};
+    const auto whole = [](QStringView text) { return int(std::clamp(Conversions::LeadingNumber(text), 0.0, 1e6)); };
+    return std::array{whole(QStringView(version).left(first)),
+        whole(QStringView(version).mid(first + 1, second - first - 1)), number(second + 1)};
 }
 
 } // namespace

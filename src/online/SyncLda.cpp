@@ -39,20 +39,21 @@ QString SyncRules::Address(const Account &account, const SyncQso &qso)
 
 SyncRules::Judgement SyncRules::Judge(const QString &reply, bool believed, const SyncQso &qso)
 {
-    const QString plain = reply.simplified();
+    // Each blank counts: an item may be empty.
+    const QString plain = reply.trimmed().replace(u'\n', u' ').remove(u'\r');
     if (plain.contains(u"Argentina"))
         return {Kind::Error, qso.sucall + u" No lo considera LdA", {}};
     if (plain.contains(u"LdA") || plain.contains(u"Contraseña"))
-        return {Kind::Error, plain.left(longestLine), {}};
+        return {Kind::Error, plain, {}};
     const QStringList items = plain.split(u' ');
+    if (!believed || items.size() <= echoedItems)
+        return {Kind::NotUnderstood, plain.isEmpty() ? u"(respuesta vacía)"_qs : plain, {}};
+    const QString head = items[0] + u'>' + items[1] + u' ' + items[2] + u'/' + items[3] + u" >";
     const QString rest = items.mid(echoedItems).join(u' ');
-    for (const Status &status : statuses) {
-        if (!believed || !rest.contains(QStringView(status.word)))
-            continue;
-        const QString head = items[0] + u'>' + items[1] + u' ' + items[2] + u'/' + items[3] + u" >";
-        return {status.kind, head + QString::fromUtf16(status.text), QString::fromUtf16(status.newState)};
-    }
-    return {Kind::NotUnderstood, plain.isEmpty() ? u"(respuesta vacía)"_qs : plain.left(longestLine), {}};
+    for (const Status &status : statuses)
+        if (rest.contains(QStringView(status.word)))
+            return {status.kind, head + QString::fromUtf16(status.text), QString::fromUtf16(status.newState)};
+    return {Kind::NotUnderstood, head + rest, {}};
 }
 
 SyncLda::SyncLda(
@@ -79,7 +80,11 @@ void SyncLda::Start()
     SendNext();
 }
 
-void SyncLda::Cancel() { Finish(End::Cancelled); }
+void SyncLda::Cancel()
+{
+    counts_.unanswered = request_ != nullptr;
+    Finish(End::Cancelled);
+}
 
 void SyncLda::SendNext()
 {
@@ -92,8 +97,10 @@ void SyncLda::SendNext()
 void SyncLda::Answered(const WebReply &reply)
 {
     request_.reset();
-    if (!reply.Answered())
+    if (!reply.Answered()) {
+        counts_.unanswered = 1;
         return Finish(End::NoConnection, reply.Cause());
+    }
     const SyncQso &qso = qsos_[counts_.done++];
     const SyncRules::Judgement judged = SyncRules::Judge(WebText::PageText(reply.text), reply.IsGood(), qso);
     if (!judged.newState.isEmpty())
@@ -116,7 +123,8 @@ void SyncLda::Answered(const WebReply &reply)
         break;
     }
     listener_.listed(judged.kind,
-        QString::number(counts_.done) + u' ' + WebText::WithoutSecret(judged.line, account_.password), counts_);
+        QString::number(counts_.done) + u' ' + WebText::WithoutSecret(judged.line, account_.password).left(longestLine),
+        counts_);
     if (running_) // a box may have been open meanwhile
         Timer10_->Start();
 }
@@ -143,8 +151,10 @@ void SyncLda::Finish(End end, const QString &cause)
 QString SyncRemainder(const SyncLda::Counts &counts)
 {
     QStringList lines;
-    if (counts.done < counts.total)
-        lines << u"Quedaron sin enviar %1 de %2 QSOs."_qs.arg(counts.total - counts.done).arg(counts.total);
+    if (const qsizetype unsent = counts.total - counts.done - counts.unanswered; unsent > 0)
+        lines << u"Quedaron sin enviar %1 de %2 QSOs."_qs.arg(unsent).arg(counts.total);
+    if (counts.unanswered > 0)
+        lines << u"1 QSO fue enviado y quedó sin respuesta: sigue como estaba."_qs;
     if (counts.notUnderstood > 0)
         lines << u"%1 respuestas no se entendieron: esos QSOs siguen como estaban."_qs.arg(counts.notUnderstood);
     if (counts.notStored > 0)

@@ -38,6 +38,7 @@ public:
     struct Counts {
         qsizetype total = 0, done = 0;
         qsizetype checked = 0, uploaded = 0, confirmed = 0, errors = 0, notUnderstood = 0;
+        qsizetype unanswered = 0; // sent when the run broke off: whether it arrived is not known
         qsizetype notStored = 0; // states that the database would not take
         // States that are in the log now.
         qsizetype Standing() const { return checked + uploaded + confirmed - notStored; }

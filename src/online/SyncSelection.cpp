@@ -19,7 +19,7 @@ SyncQso AsSent(const QsoRow &row)
     qso.micall = row.MyCall;
     qso.sucall = row.Estacion;
     qso.banda = BandPlan::BandOfDottedFrequency(row.Banda);
-    qso.modo = row.Nombre_Sat.trimmed().isEmpty() ? row.Modo : u"Sat"_qs;
+    qso.modo = row.Nombre_Sat.isEmpty() ? row.Modo : u"Sat"_qs;
     qso.fecha = Conversions::ShownDate(row.Fecha);
     qso.hora = QString(row.Hora).remove(u':').left(4);
     qso.rst = row.RSE;
@@ -37,7 +37,7 @@ public:
             ++selection_.confirmed;
         else if (row.Estacion.contains(u"/MM") || row.Estacion.contains(u"/MA"))
             ++selection_.mobile;
-        else if (row.Argento.trimmed().isEmpty())
+        else if (row.Argento.isEmpty())
             ++selection_.foreign;
         else
             Send(row);

@@ -6,6 +6,8 @@
 #include "core/Logbook.h"
 #include "online/WebText.h"
 
+#include <algorithm>
+
 namespace UploadRules {
 
 namespace {
@@ -44,7 +46,7 @@ QString Field(const char16_t *tag, const QString &value)
 
 QString UploadBand::Of(const QString &text)
 {
-    const int megahertz = int(Conversions::LeadingNumber(QString(text).replace(u',', u'.')));
+    const int megahertz = int(std::clamp(Conversions::LeadingNumber(QString(text).replace(u',', u'.')), 0.0, 1e6));
     for (const Megahertz &entry : megahertzTable)
         if (megahertz >= entry.first && megahertz <= entry.last)
             band_ = QString::fromUtf16(entry.band);
@@ -108,8 +110,8 @@ Effects Judge(const QString &reply)
     effects.stop = has(u"Error de Contraseña!") || has(u"NO existe en LdA!");
     effects.ldaDuplicate = has(u"duplicado!");
     effects.eqslError = has(u"Error:");
-    effects.ldaError = effects.eqslError || has(u"Call ni Alias");
-    effects.red = effects.stop || effects.ldaDuplicate || effects.ldaError;
+    effects.ldaErrors = int(effects.eqslError) + int(has(u"Call ni Alias"));
+    effects.red = effects.stop || effects.ldaDuplicate || effects.ldaErrors > 0;
     effects.ldaLoaded = has(u"OK!");
     effects.eqslDuplicate = has(u"Duplicate");
     effects.eqslLoaded = has(u"Result: 1");

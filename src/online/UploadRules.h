@@ -36,7 +36,8 @@ QString EqslAddress(const Account &account, const QString &document);
 struct Effects {
     bool red = false;
     bool stop = false; // no further row would fare better
-    bool ldaError = false, eqslError = false;
+    int ldaErrors = 0; // a reply may be two at once
+    bool eqslError = false;
     bool ldaDuplicate = false, ldaLoaded = false, eqslDuplicate = false, eqslLoaded = false;
 
     bool operator==(const Effects &) const = default;

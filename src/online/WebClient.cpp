@@ -71,9 +71,6 @@ bool MayFollow(const QUrl &from, const QUrl &to)
 
 } // namespace
 
-const QString NoConnectionText::polled = u"No parace haber conexión con internet!"_qs;
-const QString NoConnectionText::lookup = u"No parece haber conexión de internet!"_qs;
-
 struct WebRequest::Work : QObject {
     QNetworkAccessManager &network;
     WebClient::Limits limits;
@@ -131,7 +128,8 @@ struct WebRequest::Work : QObject {
             return Redirect(target.toUrl());
         const QNetworkReply::NetworkError error = reply->error();
         // An error with a status is a page that the server sent; with one of the lower numbers the connection broke.
-        if (status == 0 || (error != QNetworkReply::NoError && error < QNetworkReply::ContentAccessDenied))
+        const bool isPage = error >= QNetworkReply::ContentAccessDenied && (status < 200 || status >= 300);
+        if (status == 0 || (error != QNetworkReply::NoError && !isPage))
             return certificate.isEmpty() ? Fail(TroubleOf(error, reply->url().host()), error) : Reject(certificate);
         WebReply answer;
         answer.outcome = WebReply::Outcome::Answered;

@@ -94,8 +94,8 @@ private:
     std::unique_ptr<WebRequest> request_;
 };
 
-// What people read when nobody answers, in the three places that say it differently.
+// What people read when nobody answers: what waits with a count of seconds says it in one way, the rest in the other.
 namespace NoConnectionText {
-extern const QString polled; // "No parace haber conexión con internet!"
-extern const QString lookup; // "No parece haber conexión de internet!"
+inline const QString polled = u"No parace haber conexión con internet!"_qs;
+inline const QString lookup = u"No parece haber conexión de internet!"_qs;
 } // namespace NoConnectionText

@@ -7,6 +7,8 @@
 #include <QHash>
 #include <QRegularExpression>
 #include <QStringDecoder>
+#include <QStringList>
+#include <algorithm>
 
 namespace WebText {
 
@@ -64,6 +66,79 @@ bool IsOurCodePage(const QByteArray &charset)
         || charset == "us-ascii";
 }
 
+// Reads a page once from front to back, so that a reply of any length and any nonsense takes no longer than its size.
+class PageReader {
+public:
+    explicit PageReader(const QString &page)
+        : page_(page)
+    {
+        for (qsizetype at = 0; at < page.size();) {
+            if (page[at] == u'<' && IsTagStart(at))
+                at = Tag(at);
+            else
+                Put(page[at++]);
+        }
+    }
+
+    bool HasTags() const { return hasTags_; }
+    const QString &Text() const { return text_; }
+
+private:
+    enum class Gap { None, Blank, Break };
+
+    bool IsTagStart(qsizetype at) const
+    {
+        if (at + 1 >= page_.size() || at > lastClose_)
+            return false;
+        const char16_t next = page_[at + 1].unicode();
+        return next == u'!' || next == u'/' || next == u'?' || (next < 0x80 && page_[at + 1].isLetter());
+    }
+    // What stands behind the tag, or behind what a reader does not see of it.
+    qsizetype Tag(qsizetype at)
+    {
+        hasTags_ = true;
+        if (QStringView(page_).mid(at).startsWith(u"<!--"))
+            return Behind(u"-->"_qs, at + 4);
+        const qsizetype end = Behind(u">"_qs, at);
+        const bool closes = page_[at + 1] == u'/';
+        qsizetype nameEnd = at + 1 + closes;
+        while (nameEnd < end && page_[nameEnd].isLetterOrNumber())
+            ++nameEnd;
+        const QString name = page_.mid(at + 1 + closes, nameEnd - at - 1 - closes).toLower();
+        if (!closes && (name == u"script" || name == u"style" || name == u"head"))
+            return Behind(u">"_qs, Behind(u"</"_qs + name, end));
+        static const QStringList breaks{u"br"_qs, u"p"_qs, u"div"_qs, u"tr"_qs, u"h1"_qs, u"h2"_qs, u"h3"_qs, u"h4"_qs,
+            u"h5"_qs, u"h6"_qs, u"li"_qs, u"ul"_qs, u"table"_qs, u"hr"_qs};
+        if (breaks.contains(name))
+            gap_ = Gap::Break;
+        return end;
+    }
+    // An end that never comes takes the rest of the page.
+    qsizetype Behind(const QString &words, qsizetype from) const
+    {
+        const qsizetype found = page_.indexOf(words, from, Qt::CaseInsensitive);
+        return found < 0 ? page_.size() : found + words.size();
+    }
+    // The line breaks of the page itself are blanks, those of its tags are lines.
+    void Put(QChar character)
+    {
+        if (character == u' ' || (character >= u'\t' && character <= u'\r')) {
+            gap_ = std::max(gap_, Gap::Blank);
+            return;
+        }
+        if (gap_ != Gap::None)
+            text_ += gap_ == Gap::Break ? u'\n' : u' ';
+        gap_ = Gap::None;
+        text_ += character;
+    }
+
+    const QString &page_;
+    const qsizetype lastClose_ = page_.lastIndexOf(u'>'); // no tag begins behind it
+    QString text_;
+    Gap gap_ = Gap::None;
+    bool hasTags_ = false;
+};
+
 } // namespace
 
 QString PercentEncode(QStringView text)
@@ -118,18 +193,8 @@ QString DecodeEntities(const QString &text)
 
 QString PageText(const QString &page)
 {
-    static const QRegularExpression unseen(u"<!--.*?-->|<(script|style|head)\\b.*?</\\1\\s*>"_qs,
-        QRegularExpression::CaseInsensitiveOption | QRegularExpression::DotMatchesEverythingOption);
-    static const QRegularExpression breaks(
-        u"<(br|/?p|/?div|/?tr|/?h[1-6]|/?li|/?ul|/?table|hr)\\b[^>]*>"_qs, QRegularExpression::CaseInsensitiveOption);
-    static const QRegularExpression tags(u"<[!/?A-Za-z][^>]*>"_qs);
-    static const QRegularExpression blanks(u"\\s+"_qs), lines(u" *\\x{1E} *(?:\\x{1E} *)*"_qs);
-    if (!page.contains(tags))
-        return DecodeEntities(page).trimmed();
-    // The line breaks of the page itself are blanks; those that its tags make are marked until these are gone.
-    QString text = page;
-    text.remove(unseen).replace(breaks, u"\x1E"_qs).remove(tags).replace(blanks, u" "_qs).replace(lines, u"\n"_qs);
-    return DecodeEntities(text).trimmed();
+    PageReader reader(page);
+    return reader.HasTags() ? DecodeEntities(reader.Text()).trimmed() : DecodeEntities(page).trimmed();
 }
 
 QString WithoutSecret(QString text, const QString &secret)

@@ -55,8 +55,10 @@ void AccountCheck::Show(const AccountTest::Verdict &verdict)
     if (verdict.noConnection)
         palette.setColor(QPalette::WindowText, AnswerColours::Bad());
     controls_.Label3->setPalette(palette);
-    controls_.Label3->setText(verdict.text);
-    controls_.Label3->setToolTip(verdict.text);
+    constexpr qsizetype longest = 2000; // of an error page
+    const QString text = verdict.text.left(longest);
+    controls_.Label3->setText(text);
+    controls_.Label3->setToolTip(text);
 }
 
 bool AccountCheck::eventFilter(QObject *, QEvent *event)

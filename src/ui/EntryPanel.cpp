@@ -342,6 +342,12 @@ void EntryPanel::ShowActivity(const QString &text)
     ui_->Label20->setVisible(!text.isEmpty());
 }
 
+void EntryPanel::EndActivity(const QString &text)
+{
+    if (ui_->Label20->text() == text)
+        ShowActivity({});
+}
+
 void EntryPanel::Entered(QWidget *field)
 {
     static constexpr EntryFocus inOrder[] = {EntryFocus::Corresponsal, EntryFocus::Fecha, EntryFocus::Hora,

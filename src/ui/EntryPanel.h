@@ -100,6 +100,7 @@ public:
 
     // A line about what is going on, beside the lookup buttons; empty hides it.
     void ShowActivity(const QString &text);
+    void EndActivity(const QString &text);
 
     // The window forwards these.
     void Entered(QWidget *field);

@@ -209,6 +209,8 @@ void Form1::ForgetQso(qint64 id) { entry_->ForgetQso(id); }
 
 void Form1::ShowActivity(const QString &text) { entry_->ShowActivity(text); }
 
+void Form1::EndActivity(const QString &text) { entry_->EndActivity(text); }
+
 void Form1::SetBusy(bool busy) { menu_->setEnabled(!busy); }
 
 void Form1::SetArchivoMenu(bool enabled) { menu_->SetArchivoEnabled(enabled); }

@@ -44,6 +44,8 @@ public:
     void RememberQso(qint64 id);
     // What is going on, beside the lookup buttons; empty hides it.
     void ShowActivity(const QString &text);
+    // Takes an activity away, if it is what is shown.
+    void EndActivity(const QString &text);
     // While a command works that must not be started twice, or run beside another.
     void SetBusy(bool busy);
     void SetArchivoMenu(bool enabled);

@@ -88,7 +88,11 @@ void ListUploads::Upload(Target target, qsizetype rows, Row row)
     run_ = std::make_unique<Run>(program_.logbook.LongWork(), Pump());
     run_->WhenCancelled([this] { upload_->Cancel(); });
     ListUpload::Listener listener;
-    listener.row = std::move(row);
+    listener.row = [this, row = std::move(row)](qsizetype place) {
+        const auto texts = row(place);
+        sending_ = texts ? QStringList{texts->value(2), texts->value(3), texts->value(5)}.join(u' ') : QString();
+        return texts;
+    };
     listener.write = [this](const QString &text, ListUpload::Colour colour) { Write(text, colour); };
     listener.progress = [this](const ListUpload::Counts &counts) { ShowProgress(counts); };
     listener.ended = [this, target](ListUpload::End end, const ListUpload::Counts &counts, const QString &cause) {
@@ -126,11 +130,11 @@ void ListUploads::Write(const QString &text, ListUpload::Colour colour)
 
 void ListUploads::ShowProgress(const ListUpload::Counts &counts)
 {
-    controls_.ProgressBar1->setValue(int(counts.sent));
+    controls_.ProgressBar1->setValue(int(counts.sent - counts.unanswered)); // answers
     QString text = u"%1 de %2"_qs.arg(counts.sent).arg(counts.total);
     if (counts.unanswered > 0)
         text += u"  ·  sin respuesta "_qs + QString::number(counts.unanswered);
-    controls_.estado->setText(text);
+    controls_.estado->setText(sending_.isEmpty() ? text : QString(text + u"  ·  " + sending_));
 }
 
 void ListUploads::Ended(Target target, ListUpload::End end, const ListUpload::Counts &counts, const QString &cause)

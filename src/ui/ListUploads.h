@@ -53,4 +53,5 @@ private:
     ListUpload::Errors errors_; // of all runs since the start
     std::unique_ptr<Run> run_;
     std::unique_ptr<ListUpload> upload_; // the run that ended stays until the next
+    QString sending_; // call, band and mode of the row that was sent last
 };

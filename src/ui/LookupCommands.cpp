@@ -6,9 +6,9 @@
 #include "ui/Form1_Main.h"
 #include "ui/Form33_LookupResult.h"
 #include "ui/Program.h"
+#include "ui/WhenFree.h"
 #include "ui/Windows.h"
 
-#include <QApplication>
 #include <QEvent>
 #include <QLabel>
 #include <QPushButton>
@@ -36,6 +36,7 @@ LookupCommands::LookupCommands(Program &program, Window &window, From from)
     , window_(window)
     , from_(from)
     , search_(program.scheduler)
+    , free_(new WhenFree(window))
 {
     window.installEventFilter(this);
     if (from == From::Entry)
@@ -72,11 +73,11 @@ void LookupCommands::ConnectSearch()
     });
     connect(&search_, &CallSearch::ServiceSays, this, [this](const QString &message) {
         End();
-        Deliver([this, message] { program_.dialogs.Message(&window_, message, Dialogs::Icon::Critical); });
+        free_->Show([this, message] { program_.dialogs.Message(&window_, message, Dialogs::Icon::Critical); });
     });
     connect(&search_, &CallSearch::NoConnection, this, [this](const QString &trouble) {
         End();
-        Deliver([this, trouble] {
+        free_->Show([this, trouble] {
             program_.dialogs.Message(&window_, NoConnectionText::lookup);
             if (!trouble.isEmpty())
                 program_.dialogs.Message(&window_, trouble);
@@ -84,13 +85,13 @@ void LookupCommands::ConnectSearch()
     });
     connect(&search_, &CallSearch::Found, this, [this](const LookupResult &result) {
         End();
-        Deliver([this, result] { ShowResult(result); });
+        free_->Show([this, result] { ShowResult(result); });
     });
 }
 
 void LookupCommands::Begin()
 {
-    waiting_ = {};
+    free_->Clear();
     run_ = std::make_unique<Run>(program_.logbook.LongWork(), Pump());
     run_->WhenCancelled([this] {
         search_.Stop();
@@ -100,11 +101,15 @@ void LookupCommands::Begin()
 
 void LookupCommands::End()
 {
-    ShowActivity({});
+    program_.windows.Main().EndActivity(activity_);
     run_.reset();
 }
 
-void LookupCommands::ShowActivity(const QString &text) { program_.windows.Main().ShowActivity(text); }
+void LookupCommands::ShowActivity(const QString &text)
+{
+    activity_ = text;
+    program_.windows.Main().ShowActivity(text);
+}
 
 void LookupCommands::SearchQrz(const QString &call)
 {
@@ -144,27 +149,10 @@ void LookupCommands::ShowResult(const LookupResult &result)
     form.ShowResult(window_, result, from_ == From::Entry);
 }
 
-void LookupCommands::Deliver(const std::function<void()> &show)
-{
-    const QWidget *front = QApplication::activeModalWidget();
-    if (front && front != &window_)
-        waiting_ = show;
-    else if (window_.isVisible())
-        show();
-}
-
 bool LookupCommands::eventFilter(QObject *, QEvent *event)
 {
-    if (event->type() == QEvent::WindowUnblocked && waiting_)
-        QMetaObject::invokeMethod(
-            this,
-            [this] {
-                if (const auto show = std::exchange(waiting_, {}))
-                    Deliver(show);
-            },
-            Qt::QueuedConnection);
     if (event->type() == QEvent::Hide && from_ == From::EditWindow) {
-        waiting_ = {};
+        free_->Clear();
         if (run_)
             run_->Cancel();
     }

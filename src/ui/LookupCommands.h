@@ -10,6 +10,7 @@
 
 struct Program;
 class Run;
+class WhenFree;
 class Window;
 
 // The search of a call in QRZ and LdA, as a window offers it. What is going on is told in the main window, the answer
@@ -42,12 +43,12 @@ private:
     void End();
     void ShowActivity(const QString &text);
     void ShowResult(const LookupResult &result);
-    void Deliver(const std::function<void()> &show);
 
     Program &program_;
     Window &window_;
     From from_;
     CallSearch search_;
     std::unique_ptr<Run> run_; // while a search is under way
-    std::function<void()> waiting_; // what is to be shown when the window is free again
+    WhenFree *free_;
+    QString activity_; // what this search says in the main window
 };

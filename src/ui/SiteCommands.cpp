@@ -9,12 +9,19 @@
 #include "ui/Form1_Main.h"
 #include "ui/MainMenu.h"
 #include "ui/Program.h"
+#include "ui/WhenFree.h"
 #include "ui/Windows.h"
 
 #include <QAction>
 #include <QPushButton>
 
 using namespace SiteCalls;
+
+namespace {
+
+const QString fetching = u"Acualización MasterCheck ..."_qs;
+
+} // namespace
 
 SiteCommands::SiteCommands(Program &program, Form1 &window, MainMenu &menu)
     : QObject(&window)
@@ -24,6 +31,7 @@ SiteCommands::SiteCommands(Program &program, Form1 &window, MainMenu &menu)
     , versions_(program.scheduler)
     , presence_(program.scheduler)
     , lists_(program.scheduler)
+    , free_(new WhenFree(window))
 {
     menu.On("ac", this, [this] { CheckVersion(Check::Manual); });
     menu.On("amc", this, &SiteCommands::UpdateMasterList);
@@ -49,6 +57,11 @@ SiteCommands::SiteCommands(Program &program, Form1 &window, MainMenu &menu)
 
 SiteCommands::~SiteCommands() = default;
 
+void SiteCommands::Tell(const QString &text, Dialogs::Icon icon)
+{
+    free_->Show([this, text, icon] { program_.dialogs.Message(&window_, text, icon); });
+}
+
 void SiteCommands::CheckVersion(Check check)
 {
     const QString address = VersionAddress(ServiceAddress(program_.logbook, Service::Web));
@@ -57,12 +70,14 @@ void SiteCommands::CheckVersion(Check check)
         version_.reset();
         if (!reply.Answered()) {
             if (asked)
-                program_.dialogs.Message(&window_, TransportError(reply), Dialogs::Icon::Critical);
+                Tell(TransportError(reply), Dialogs::Icon::Critical);
             return;
         }
-        const auto verdict = CompareVersion(Logbook::AppVersion, reply.text);
+        // The page that stands for a missing file is no version, whatever numbers it holds.
+        const auto verdict =
+            reply.IsGood() ? CompareVersion(Logbook::AppVersion, reply.text) : std::optional<VersionVerdict>();
         if (verdict && (asked || verdict->outdated))
-            program_.dialogs.Message(&window_, verdict->message);
+            Tell(verdict->message);
     });
 }
 
@@ -109,8 +124,12 @@ void SiteCommands::OfferMasterList()
 {
     FetchMasterList([this](const QString &text) {
         const QString offer = MasterUpdateOffer(program_.master.Date(), text);
-        if (!offer.isEmpty() && program_.dialogs.Ask(&window_, offer))
-            UpdateMasterList();
+        if (offer.isEmpty())
+            return;
+        free_->Show([this, offer] {
+            if (program_.dialogs.Ask(&window_, offer))
+                UpdateMasterList();
+        });
     });
 }
 
@@ -118,11 +137,11 @@ void SiteCommands::OfferMasterList()
 void SiteCommands::FetchMasterList(std::function<void(const QString &text)> use)
 {
     const auto ended = [this] {
-        window_.ShowActivity({});
+        window_.EndActivity(fetching);
         menu_.Entry("amc")->setEnabled(true);
         listRun_.reset();
     };
-    window_.ShowActivity(u"Acualización MasterCheck ..."_qs);
+    window_.ShowActivity(fetching);
     menu_.Entry("amc")->setEnabled(false);
     listRun_ = std::make_unique<Run>(program_.logbook.LongWork(), Pump());
     listRun_->WhenCancelled([this, ended] {
@@ -137,7 +156,7 @@ void SiteCommands::FetchMasterList(std::function<void(const QString &text)> use)
             ended();
             use(reply.IsGood() ? reply.text : QString());
             if (!reply.Cause().isEmpty())
-                program_.dialogs.Message(&window_, reply.Cause());
+                Tell(reply.Cause());
         });
 }
 
@@ -146,19 +165,19 @@ void SiteCommands::TakeMasterList(const QString &text)
     Logbook &logbook = program_.logbook;
     const auto update = ::TakeMasterList(logbook.Files(), logbook.Folder(), program_.master.Date(), text);
     if (!update) {
-        program_.dialogs.Message(&window_, update.failure().text, Dialogs::Icon::Critical);
+        Tell(update.failure().text, Dialogs::Icon::Critical);
         return;
     }
     switch (update->kind) {
     case MasterUpdate::Kind::NoList:
-        program_.dialogs.Message(&window_, NoConnectionText::lookup);
+        Tell(NoConnectionText::lookup);
         break;
     case MasterUpdate::Kind::UpToDate:
-        program_.dialogs.Message(&window_, update->message);
+        Tell(update->message);
         break;
     case MasterUpdate::Kind::Replaced:
         program_.master = LoadMasterFile(logbook.Files(), logbook.PathOf(u"master.txt"_qs));
-        program_.dialogs.Message(&window_, update->message, Dialogs::Icon::Information);
+        Tell(update->message, Dialogs::Icon::Information);
         break;
     }
 }

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "online/WebClient.h"
+#include "ui/Dialogs.h"
 
 #include <QObject>
 #include <memory>
@@ -10,6 +11,7 @@
 struct Program;
 class Form1;
 class MainMenu;
+class WhenFree;
 class Run;
 
 // What the main window asks of the program's own site: whether there is a newer version (menu "ac"), and the newest
@@ -26,6 +28,7 @@ private:
     // The check that runs by itself speaks only of a newer version.
     enum class Check { Automatic, Manual };
     void CheckVersion(Check check);
+    void Tell(const QString &text, Dialogs::Icon icon = Dialogs::Icon::Exclamation);
     void PresenceOn();
     // Takes a word to the site, for whose answer nobody waits.
     void Send(const QString &address);
@@ -47,5 +50,6 @@ private:
     std::unique_ptr<Scheduler::Timer> Timer5_; // presence on, once
     std::unique_ptr<Scheduler::Timer> Timer6_; // the steps of closing
     std::unique_ptr<Scheduler::Timer> masterTimer4_; // the contest window's offer of a newer list, once
+    WhenFree *free_;
     int closingSteps_ = 0;
 };

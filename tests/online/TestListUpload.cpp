@@ -112,8 +112,9 @@ private Q_SLOTS:
 
     void RepliesHaveAllTheirEffects()
     {
-        const auto effects = [](std::initializer_list<bool Effects::*> set) {
+        const auto effects = [](std::initializer_list<bool Effects::*> set, int ldaErrors = 0) {
             Effects made;
+            made.ldaErrors = ldaErrors;
             for (bool Effects::*one : set)
                 made.*one = true;
             return made;
@@ -122,8 +123,9 @@ private Q_SLOTS:
         const std::pair<QString, Effects> rows[] = {{u"nada"_qs, {}}, {u"OK!"_qs, effects({&E::ldaLoaded})},
             {u"Error de Contraseña!"_qs, effects({&E::red, &E::stop})},
             {u"NO existe en LdA!"_qs, effects({&E::red, &E::stop})},
-            {u"Error: x duplicado!"_qs, effects({&E::red, &E::ldaError, &E::eqslError, &E::ldaDuplicate})},
-            {u"ni Call ni Alias"_qs, effects({&E::red, &E::ldaError})},
+            {u"Error: x duplicado!"_qs, effects({&E::red, &E::eqslError, &E::ldaDuplicate}, 1)},
+            {u"ni Call ni Alias"_qs, effects({&E::red}, 1)},
+            {u"Error: Call ni Alias registrado"_qs, effects({&E::red, &E::eqslError}, 2)},
             {u"Result: 1 out"_qs, effects({&E::eqslLoaded})},
             {u"Duplicate OK!"_qs, effects({&E::eqslDuplicate, &E::ldaLoaded})}};
         for (const auto &[reply, expected] : rows)
@@ -186,6 +188,12 @@ private Q_SLOTS:
         ran = Whole(online, Target::Lda, 9, errors);
         QCOMPARE(*ran->end, ListUpload::End::Errors);
         QCOMPARE(ran->counts.sent * 10 + errors.lda, 10);
+        online.server.Always("Error: Call ni Alias registrado"); // two errors in one
+        errors = {};
+        ran = Whole(online, Target::Lda, 9, errors);
+        QCOMPARE(*ran->end, ListUpload::End::Errors);
+        QCOMPARE(ran->counts.sent, 2);
+        errors = {};
         online.server.Always("Error de Contraseña!");
         ran = Whole(online, Target::Lda, 9, errors);
         QCOMPARE(*ran->end, ListUpload::End::Refused);

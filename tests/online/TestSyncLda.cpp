@@ -244,7 +244,7 @@ private Q_SLOTS:
         ran->run->Cancel();
         QCOMPARE(*ran->end, SyncLda::End::Cancelled);
         QCOMPARE(SyncRemainder(ran->counts),
-            u"En el log quedó el nuevo estado de 0 QSOs.\nQuedaron sin enviar 1 de 1 QSOs."_qs);
+            u"En el log quedó el nuevo estado de 0 QSOs.\n1 QSO fue enviado y quedó sin respuesta: sigue como estaba."_qs);
     }
 
     void AStoreThatRefusesIsToldOnceAndCounted()

@@ -3,6 +3,7 @@
 #include "online/WebText.h"
 #include "support/TestRegistry.h"
 
+#include <QElapsedTimer>
 #include <QTest>
 
 class TestWebText : public QObject {
@@ -55,9 +56,18 @@ private Q_SLOTS:
                 u"Uno dos\ntres\ncuatro"_qs},
             {u"<script>if (a<b) 'LdA'</script><!-- <b>LdA</b> -->A<b>B</b>&nbsp;&amp;lt; &ntilde;&#241;&#xF1;&nada;&"_qs,
                 u"AB &lt; ñññ&nada;&"_qs},
-            {u"2 < 3 &amp; 4 > 1"_qs, u"2 < 3 & 4 > 1"_qs}, {u"<b"_qs, u"<b"_qs}, {{}, {}}};
+            {u"<style>p{}</style>uno<!-- nunca acaba > dos"_qs, u"uno"_qs},
+            {u"uno<script>nunca acaba > dos"_qs, u"uno"_qs}, {u"2 < 3 &amp; 4 > 1"_qs, u"2 < 3 & 4 > 1"_qs},
+            {u"<b"_qs, u"<b"_qs}, {{}, {}}};
         for (const auto &[page, text] : rows)
             QCOMPARE(WebText::PageText(page), text);
+        // A megabyte of nonsense takes no longer than a megabyte of text.
+        for (const QString &nonsense : {u"<script>"_qs, u"<!--"_qs, u"<a"_qs, u"<br>"_qs, u"<p>a</p>"_qs}) {
+            QElapsedTimer clock;
+            clock.start();
+            WebText::PageText(nonsense.repeated((1 << 20) / nonsense.size()));
+            QVERIFY2(clock.elapsed() < 1000, qPrintable(nonsense));
+        }
     }
 
     void SecretsAreNotShown()

@@ -141,6 +141,38 @@ private Q_SLOTS:
         // Left while it waits: nothing comes after.
         InAccountTest([] {});
         desk_->Advance(20000);
+        desk_->InModal([&] { desk_->Menu("conf"); },
+            [&] {
+                QVERIFY(desk_->Text(u"Label3"_qs).isEmpty() && desk_->Find(u"Command4"_qs)->isEnabled());
+                desk_->Click(u"Command2"_qs);
+            });
+    }
+
+    // The answer of a check waits until the window in front has closed.
+    void AnswersWaitForTheWindowInFront()
+    {
+        desk_->server.Always("9.9.9");
+        desk_->InModal(
+            [&] {
+                desk_->Menu("ac");
+                desk_->Menu("conf");
+            },
+            [&] {
+                QVERIFY(desk_->Until([&] { return !desk_->server.requests.isEmpty(); }));
+                for (int i = 0; i < 20; ++i)
+                    desk_->Advance(10);
+                QCOMPARE(desk_->Told(), QStringList());
+                desk_->Click(u"Command2"_qs);
+            });
+        desk_->Advance(10);
+        QCOMPARE(desk_->Told().size(), 1);
+        // An error page is no version.
+        desk_->server.Always({"404.0.0 not found", 404});
+        const qsizetype before = desk_->server.requests.size();
+        desk_->Menu("ac");
+        QVERIFY(desk_->Until([&] { return desk_->server.requests.size() > before; }));
+        for (int i = 0; i < 20; ++i)
+            desk_->Advance(10);
         QCOMPARE(desk_->Told(), QStringList());
     }
 };

@@ -125,7 +125,7 @@ private Q_SLOTS:
             });
         QCOMPARE(desk_->Told(),
             QStringList({u"!No parace haber conexión con internet!"_qs,
-                u"iEn el log quedó el nuevo estado de 1 QSOs.\nQuedaron sin enviar 2 de 3 QSOs."_qs}));
+                u"iEn el log quedó el nuevo estado de 1 QSOs.\nQuedaron sin enviar 1 de 3 QSOs.\n1 QSO fue enviado y quedó sin respuesta: sigue como estaba."_qs}));
         QStringList states;
         for (const QsoRow &row : desk_->Rows())
             states << row.LdA;
@@ -143,7 +143,7 @@ private Q_SLOTS:
             QVERIFY(desk_->Front()->isVisible() && !Running());
             QCOMPARE(desk_->Told(),
                 QStringList({u"!Subida a LdA abortada!"_qs,
-                    u"iEn el log quedó el nuevo estado de 0 QSOs.\nQuedaron sin enviar 3 de 3 QSOs."_qs}));
+                    u"iEn el log quedó el nuevo estado de 0 QSOs.\nQuedaron sin enviar 2 de 3 QSOs.\n1 QSO fue enviado y quedó sin respuesta: sigue como estaba."_qs}));
         });
         // So does closing the window.
         desk_->dialogs.answers = {true};
@@ -236,7 +236,8 @@ private Q_SLOTS:
             desk_->Click(u"Command6"_qs);
             QVERIFY(desk_->Until([&] { return desk_->server.requests.size() == 1; }));
         });
-        QCOMPARE(desk_->Told().last(), u"iCargados: 0, duplicados: 0.\nQuedaron sin enviar 1 de 2 QSOs."_qs);
+        QCOMPARE(desk_->Told().last(),
+            u"iCargados: 0, duplicados: 0.\nQuedaron sin enviar 1 de 2 QSOs.\n1 QSOs no tuvieron respuesta."_qs);
         InSearch([&] { QVERIFY(desk_->Find(u"Command6"_qs)->isEnabled()); });
     }
 };

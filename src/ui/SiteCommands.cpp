@@ -34,7 +34,7 @@ SiteCommands::SiteCommands(Program &program, Form1 &window, MainMenu &menu)
     , free_(new WhenFree(window))
 {
     menu.On("ac", this, [this] { CheckVersion(Check::Manual); });
-    menu.On("amc", this, &SiteCommands::UpdateMasterList);
+    menu.On("amc", this, &SiteCommands::MasterCheckUpdate);
     Timer4_ = program.scheduler.Make(5000, [this] {
         Timer4_->Stop();
         CheckVersion(Check::Automatic);
@@ -115,7 +115,7 @@ void SiteCommands::ClosingStep()
     window_.AllowClosing();
 }
 
-void SiteCommands::UpdateMasterList()
+void SiteCommands::MasterCheckUpdate()
 {
     FetchMasterList([this](const QString &text) { TakeMasterList(text); });
 }
@@ -128,7 +128,7 @@ void SiteCommands::OfferMasterList()
             return;
         free_->Show([this, offer] {
             if (program_.dialogs.Ask(&window_, offer))
-                UpdateMasterList();
+                MasterCheckUpdate();
         });
     });
 }

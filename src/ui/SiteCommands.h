@@ -35,7 +35,7 @@ private:
     void StartClosing();
     void ClosingStep();
 
-    void UpdateMasterList();
+    void MasterCheckUpdate();
     void OfferMasterList();
     void FetchMasterList(std::function<void(const QString &text)> use);
     void TakeMasterList(const QString &text);

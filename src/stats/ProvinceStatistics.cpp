@@ -23,7 +23,7 @@ const QString columns = u"id, iif(Estacion<>'', Argento, ''), Banda, Nombre_Sat,
 void Take(const Query &query, ProvinceStatistics &statistics)
 {
     const QString province = query.Text(1);
-    if (province.trimmed().isEmpty())
+    if (province.isEmpty())
         return;
     statistics.ids.push_back(query.Number(0));
     statistics.tally.Add({province, query.Text(2), query.Text(3), query.Text(4), query.Text(5)});

@@ -11,7 +11,8 @@
 
 class SearchList;
 
-// The provinces and grid squares of some contacts, and which contacts counted: those with a call and a province.
+// The provinces and grid squares of some contacts, and which contacts counted: those with a call and a
+// province; blanks are a province too, one that no row of the table has.
 struct ProvinceStatistics {
     std::vector<qint64> ids;
     ProvinceTally tally;

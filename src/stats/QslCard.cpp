@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "stats/QslCard.h"
 
+#include "core/Logbook.h"
 #include "core/OptionFile.h"
 #include "core/TextFile.h"
 
@@ -34,7 +35,8 @@ QString QslFolder(const Logbook &logbook)
     const QString preset = QDir::home().filePath(u"Bagual"_qs);
 #endif
     const QString told = OptionFile(logbook, u"programas.ini"_qs, u"programas"_qs).Value(u"bagual"_qs);
-    return told.isEmpty() ? preset : QDir::fromNativeSeparators(told);
+    return told.isEmpty() ? preset
+                          : QDir::cleanPath(QDir(logbook.Folder()).absoluteFilePath(QDir::fromNativeSeparators(told)));
 }
 
 QString QslProgram(const QString &folder)

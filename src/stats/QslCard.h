@@ -22,8 +22,8 @@ struct QslCard {
     QString ownCall, call, date, time, mode, band, report, satellite, remarks;
 };
 
-// The folder of this machine that stands for C:\Bagual: programas.ini ([programas], key "bagual"), else that folder on
-// Windows and "Bagual" in the home folder elsewhere.
+// The folder of this machine that stands for C:\Bagual: programas.ini ([programas], key "bagual", relative to the
+// program folder), else that folder on Windows and "Bagual" in the home folder elsewhere.
 QString QslFolder(const Logbook &logbook);
 
 // The program file in that folder, in whatever letter case it is written; empty when there is none.

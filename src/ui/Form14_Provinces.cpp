@@ -98,7 +98,10 @@ void Form14::Connect()
     connect(ui_->ListView2->header(), &QHeaderView::sectionClicked, this, &Form14::SortBy);
     connect(ui_->Check1, &QCheckBox::toggled, ui_->tablas, [this](bool on) { ui_->tablas->setCurrentIndex(on); });
     connect(ui_->Command1, &QPushButton::clicked, this, &Form14::AskMembers);
-    connect(ui_->Command2, &QPushButton::clicked, this, [this] { ui_->Frame5->hide(); });
+    connect(ui_->Command2, &QPushButton::clicked, this, [this] {
+        StopAsking();
+        ui_->Frame5->hide();
+    });
     connect(ui_->Image4, &ClickLabel::DoubleClicked, this, &Form14::OpenSite);
 }
 
@@ -200,4 +203,12 @@ bool Form14::PreviewKey(QKeyEvent *event)
     else
         return false;
     return true;
+}
+
+// The table that is shown.
+QWidget *Form14::FocusFallback() const
+{
+    if (ui_->Check1->isChecked())
+        return ui_->ListView1;
+    return ui_->ListView2;
 }

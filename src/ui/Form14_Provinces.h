@@ -33,9 +33,9 @@ public:
 // | ListView1, Check1       | the contacts it was made of, in its place while Check1 is ticked |
 // | List1 in Frame2         | grid squares confirmed                                           |
 // | List2 in Frame3         | grid squares worked by contacts that are not confirmed           |
-// | ProgressBar1            | while the table is filled, a step for each row                   |
+// | ProgressBar1            | hidden, full: the table is filled at once, before it is shown    |
 // | Command1, Command2      | the members of LdA, in List3 of Frame5, and away with it again   |
-// | consulta                | while LdA is asked for them                                      |
+// | consulta                | while LdA is asked for them; Command2 ends the asking            |
 // | Image4                  | the site of LdA in the browser: double click, or Space           |
 class Form14 : public Window {
     Q_OBJECT
@@ -49,6 +49,7 @@ public:
 
 protected:
     bool PreviewKey(QKeyEvent *event) override;
+    QWidget *FocusFallback() const override;
 
 private:
     void SetUpLists();

@@ -325,7 +325,15 @@ void Form5::HaveCardDrawn()
         return;
     const EditFields qso = ReadFields();
     DrawQslCard(program_, this,
-        {qso.station, qso.call, qso.date, qso.time, qso.mode, qso.band, qso.reportSent, qso.satellite, qso.remarks});
+        {.ownCall = qso.station,
+            .call = qso.call,
+            .date = qso.date,
+            .time = qso.time,
+            .mode = qso.mode,
+            .band = qso.band,
+            .report = qso.reportSent,
+            .satellite = qso.satellite,
+            .remarks = qso.remarks});
 }
 
 void Form5::RefreshCaller()

@@ -233,17 +233,23 @@ void Form6::ShowCount()
 
 void Form6::SetWorking(bool working)
 {
-    // The field with the focus keeps it: the frames are only greyed while the operator could start something twice.
+    // A field with the focus keeps it: only what could be started twice is greyed. A button lends it to the list
+    // meanwhile and gets it back, unless the operator has gone elsewhere.
+    if (working)
+        startedFrom_ = CurrentField();
     working_ = working;
     for (QPushButton *action : {ui_->Command1, ui_->Command3, ui_->Command5, ui_->Command6, ui_->Command8})
         action->setEnabled(!working);
     ui_->Command4->setEnabled(!working);
     ui_->Label13->setVisible(working);
     ui_->ProgressBar2->setVisible(working);
+    if (!working && CurrentField() == FocusFallback())
+        GiveFocusTo(startedFrom_);
 }
 
 void Form6::ClearSearchFilters()
 {
+    const QPointer<QWidget> from = CurrentField(); // with nothing left to empty the button is greyed before the work
     for (QLineEdit *field : {ui_->Text1, ui_->Text2, ui_->Text3, ui_->Text4, ui_->Text5, ui_->Text6, ui_->Text7})
         field->clear();
     ui_->Text8->clear();
@@ -251,6 +257,8 @@ void Form6::ClearSearchFilters()
         {ui_->Check1, ui_->Check2, ui_->Check3, ui_->SOTA, ui_->IOTA, ui_->POTA, ui_->MYSOTA, ui_->S2S, ui_->P2P})
         box->setChecked(false);
     RunSearch();
+    if (CurrentField() == FocusFallback())
+        GiveFocusTo(from);
 }
 
 void Form6::UpdateClearButton()
@@ -415,3 +423,5 @@ bool Form6::MayClose()
     program_.logbook.LongWork().CancelAll();
     return true;
 }
+
+QWidget *Form6::FocusFallback() const { return ui_->ListView2; }

@@ -48,6 +48,7 @@ protected:
     bool PreviewKey(QKeyEvent *event) override;
     void FieldLeft(QWidget *field) override;
     bool MayClose() override;
+    QWidget *FocusFallback() const override;
 
 private:
     void AttachFilters();
@@ -76,6 +77,7 @@ private:
     SearchSlices slices_; // of the log, since the window was opened
     std::unique_ptr<Scheduler::Timer> Timer1_; // blinks Image2
     bool working_ = false;
+    QPointer<QWidget> startedFrom_; // what had the focus when the work began
     bool ascending_ = false;
     int editedRow_ = -1;
 };

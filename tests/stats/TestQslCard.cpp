@@ -1,5 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The Tordillo Compact authors
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "core/Logbook.h"
 #include "stats/QslCard.h"
 #include "support/TestRegistry.h"
 
@@ -48,6 +49,28 @@ private Q_SLOTS:
         files.secret = u"b.QSL"_qs;
         QCOMPARE(Design(files, folder.path(), u"LU9ZZZ"_qs), u"C.qsl 1"_qs);
         QCOMPARE(Design(files, folder.path(), u"LU3CC"_qs), u"- 1"_qs);
+    }
+
+    void TheFolderIsTheOperatorsChoice()
+    {
+        const QTemporaryDir folder;
+        FileSystem files;
+        const SystemClock clock;
+        const Logbook logbook(folder.path(), files, clock);
+#ifdef Q_OS_WIN
+        const QString preset = u"C:/Bagual"_qs;
+#else
+        const QString preset = QDir::homePath() + u"/Bagual";
+#endif
+        QCOMPARE(QslFolder(logbook), preset);
+        const std::pair<QByteArray, QString> cases[] = {{"", preset}, {"editor=x", preset}, {"bagual=", preset},
+            {"bagual=" + QDir::rootPath().toUtf8() + "otra/qsl", QDir::rootPath() + u"otra/qsl"},
+            {"bagual=qsl", folder.path() + u"/qsl"}, {"Bagual=./a/../mi qsl/", folder.path() + u"/mi qsl"}};
+        for (const auto &[line, expected] : cases) {
+            QVERIFY(files.Replace(
+                folder.filePath(u"programas.ini"_qs), "[programas]\r\n" + line + "\r\n", FileSystem::Sync::No));
+            QCOMPARE(QslFolder(logbook), expected);
+        }
     }
 
     void WhatTheProgramIsToldAndWritesFor()

@@ -7,6 +7,7 @@
 #include "ui/Form1_Main.h"
 #include "ui/ProvinceModel.h"
 
+#include <QCheckBox>
 #include <QHeaderView>
 #include <QListWidget>
 #include <QTest>
@@ -100,6 +101,23 @@ private Q_SLOTS:
         QCOMPARE(desk_->Told(), QStringList());
     }
 
+    void AForeignLogLeavesTheTableEmpty()
+    {
+        desk_->Furnish(0);
+        StoreProvinces({{u"CX1AA"_qs, u"20m"_qs, u"2"_qs, u"GF15"_qs}, {u"W1AW"_qs, u"40m"_qs, {}, u"FN31"_qs}});
+        desk_->Start();
+        desk_->InWindow("parg", [&] {
+            QCOMPARE(Names().size(), 26);
+            for (int row = 0; row < 25; ++row)
+                QCOMPARE(Row(row, ProvinceModel::StateRole).count(u"-1"_qs), 15);
+            QCOMPARE(Row(25).count(u"0/0"_qs), 12);
+            QCOMPARE(desk_->Texts("Frame2 Frame3"), u"Confirmadas (0)|Trabajadas (0)"_qs);
+            QCOMPARE(Items(u"List1"_qs) + Items(u"List2"_qs), QStringList());
+            QCOMPARE(List(u"ListView1"_qs)->model()->rowCount(), 0);
+        });
+        QCOMPARE(desk_->Said(), QString());
+    }
+
     void ASearchCountsWhatItListsAndAnEmptyLogIsTold()
     {
         desk_->Furnish(0);
@@ -108,22 +126,28 @@ private Q_SLOTS:
         QCOMPARE(desk_->Told(), QStringList{u"!No hay QSOs para mostrar!"_qs});
         StoreProvinces({{u"LU1GA"_qs, u"20m"_qs, u"2"_qs}, {u"LU2GA"_qs, u"40m"_qs, u"1"_qs}});
         desk_->Main().LoadLogPage(1);
-        desk_->InModal([&] { desk_->Menu("eadif"); },
-            [&] {
-                desk_->Advance(0);
-                desk_->Fill(u"Text7"_qs, u"40m"_qs);
+        const auto closing = [&](const QString &source, const QString &totals) {
+            QCOMPARE(desk_->Text("origen"), source);
+            QCOMPARE(Row(25).section(u',', 6, 8), totals);
+            desk_->Press(Qt::Key_Escape);
+        };
+        // The window goes over the main window and over the search in turn.
+        for (int turn = 0; turn < 2; ++turn) {
+            desk_->InModal([&] { desk_->Menu("parg"); }, [&] { closing(u"Log: Log inicial"_qs, u"0/1,0/0,1/1"_qs); });
+            desk_->InWindow("eadif", [&] {
+                desk_->Fill("Text7", "40m");
                 desk_->Press(Qt::Key_Return);
-                desk_->InModal([&] { desk_->Click(u"Command5"_qs); },
+                desk_->InModal([&] { desk_->Click("Command5"); },
                     [&] {
-                        QCOMPARE(Row(25).section(u',', 5), u"0/0,0/1,0/0,0/0,0/0,0/0,0/0,0/0,0/0,0/0"_qs);
-                        desk_->Press(Qt::Key_Escape);
+                        QCOMPARE(desk_->Front()->parentWidget(), desk_->form);
+                        closing(u"QSOs de la búsqueda en Log inicial"_qs, u"0/1,0/0,0/0"_qs);
                     });
-                desk_->Fill(u"Text7"_qs, u"6m"_qs);
+                desk_->Fill("Text7", "6m");
                 desk_->Press(Qt::Key_Return);
-                desk_->Click(u"Command5"_qs);
-                desk_->Front()->close();
+                desk_->Click("Command5");
+                QCOMPARE(desk_->Said(), u"!No hay QSOs para mostrar!"_qs);
             });
-        QCOMPARE(desk_->Told(), QStringList{u"!No hay QSOs para mostrar!"_qs});
+        }
     }
 
     void EscStopsTheReading()
@@ -144,9 +168,10 @@ private Q_SLOTS:
         QCOMPARE(during, u"Procesando ...-+"_qs);
         QCOMPARE(desk_->Front(), &desk_->Main());
         QCOMPARE(desk_->Text(u"Label6"_qs), u"Log: Log inicial, con 60001 QSOs"_qs);
-        QVERIFY(QFile::rename(desk_->Path(u"base0.mdb"_qs), desk_->Path(u"x"_qs)));
+        desk_->TakeBase();
         desk_->Menu("parg");
-        QCOMPARE(desk_->Told().size(), 1);
+        const QString said = desk_->Said();
+        QVERIFY2(said.startsWith(u"XNo se encuentra la base de datos"_qs) && !said.contains(u'|'), qPrintable(said));
     }
 
     void TheSiteIsOpenedByKeyOrByDoubleClick()
@@ -200,14 +225,22 @@ private Q_SLOTS:
                     }
                     QVERIFY(QTest::qWaitFor([&] { return desk_->Find(u"Command1"_qs)->isEnabled(); }));
                     QCOMPARE(Items(u"List3"_qs), that.shown);
+                    QCOMPARE(desk_->Find<QListWidget>("List3")->currentRow(), int(that.shown.size()) - 1);
                     QCOMPARE(desk_->Told(), that.told);
                     QVERIFY(desk_->Find(u"Frame5"_qs)->isVisible());
                 }
                 QCOMPARE(server.requests.first().target, QByteArray("/php/tordillo55.php?"));
-                desk_->Click(u"Command1"_qs);
-                desk_->Click(u"Command2"_qs);
-                QVERIFY(!desk_->Find(u"Frame5"_qs)->isVisible());
-                desk_->Press(Qt::Key_Escape); // and takes the request with it
+                for (const QString &table : {u"ListView2"_qs, u"ListView1"_qs}) {
+                    desk_->Find<QCheckBox>("Check1")->setChecked(table == u"ListView1");
+                    desk_->Click("Command1");
+                    desk_->Click("Command2"); // away, and nobody asks any more
+                    QVERIFY(!desk_->Find("Frame5")->isVisible());
+                    QCOMPARE(desk_->Enabled("Command1") + desk_->Focus(), QString(u'+' + table));
+                    desk_->Advance(20000);
+                    QCOMPARE(desk_->Told(), QStringList());
+                }
+                desk_->Click("Command1");
+                desk_->Press(Qt::Key_Escape); // takes the request with it
             });
         desk_->Advance(20000);
         QCOMPARE(desk_->Told(), QStringList());
@@ -215,10 +248,13 @@ private Q_SLOTS:
 
     void ACardIsDrawnAndShown()
     {
-        desk_->Furnish(1);
-        desk_->Write(u"programas.ini"_qs, "[programas]\r\nbagual=" + desk_->Path(u"qsl"_qs).toUtf8() + "\r\n");
+        desk_->Furnish(0);
+        desk_->Store({RowOf(u"Fecha=2026-11-24;Hora=21:15:00;RSE=57;RSR=48;Modo=FM;Banda=20m;Frecuencia=14.200;"
+                            "Obs=Juan, 73 ñ;Nombre_Sat=so-50"_qs,
+            Desk::SampleQso(1))});
+        desk_->Write("programas.ini", "[programas]\r\nbagual=qsl\r\n");
         desk_->Start();
-        desk_->InModal([&] { desk_->Press(Qt::Key_F5); },
+        desk_->InModal([&] { desk_->DoubleClick("ListView2", 0); },
             [&] {
                 const auto draw = [&] {
                     desk_->Click(u"Command4"_qs);
@@ -231,15 +267,15 @@ private Q_SLOTS:
                 desk_->Write(u"qsl/MisQSLs/a.qsl"_qs, "SuCall=LU9ZZZ\r\n");
                 QCOMPARE(desk_->launcher->started, QStringList());
                 desk_->Fill(u"Text2"_qs, u"LU1ABC/W"_qs);
-                const QString date = desk_->Text(u"Text4"_qs).remove(u'/');
-                const QString question =
-                    u"?QSL LU1ABC/W_"_qs + date + u".jpg guardada en C:/Bagual/Salida/\n\nDesea verla?";
+                const QString question = u"?QSL LU1ABC/W_24112026.jpg guardada en C:/Bagual/Salida/\n\nDesea verla?"_qs;
                 desk_->dialogs.answers = {false, true};
                 QCOMPARE(draw() + u'|' + draw(), question + u'|' + question);
                 QCOMPARE(desk_->launcher->opened,
-                    QStringList{u"file://"_qs + desk_->Path(u"qsl/Salida/LU1ABC_W_"_qs + date + u".jpg")});
-                QVERIFY(desk_->launcher->started.last().startsWith(
-                    desk_->Path(u"qsl/Bagual.exe"_qs) + u" Bagua$de=LU9ZZZ$para=LU1ABC/W$fecha="));
+                    QStringList{u"file://"_qs + desk_->Path("qsl/Salida/LU1ABC_W_24112026.jpg")});
+                QCOMPARE(desk_->launcher->started.last(),
+                    QString(desk_->Path("qsl/Bagual.exe")
+                        + u" Bagua$de=LU9ZZZ$para=LU1ABC/W$fecha=24/11/2026$hora=21:15$modo=FM$banda=20m$reporte=57"
+                          "$sat=SO-50$nota=Juan, 73 ñ"));
                 desk_->launcher->works = false;
                 QCOMPARE(draw(),
                     QString(u"XNo se pudo iniciar el programa Bagual:\n"_qs + desk_->Path(u"qsl/Bagual.exe"_qs)));

@@ -179,6 +179,13 @@ private Q_SLOTS:
                 QVERIFY2(shown > 0 && shown < 60001, qPrintable(Text("Label6")));
                 QCOMPARE(Find<QTreeView>("ListView2")->model()->rowCount(), shown);
                 QCOMPARE(Text("Text5"), u"CX1A"_qs); // no key was lost
+                QTimer::singleShot(0, Front(), [&] {
+                    during = Focus();
+                    Find("Text5")->setFocus(); // where the operator goes he stays
+                    Press(Qt::Key_Escape);
+                });
+                Click("Command3");
+                QCOMPARE(during + u' ' + Focus(), u"ListView2 Text5"_qs);
                 Press(Qt::Key_Return);
                 QCOMPARE(Listed(), u"CX1A"_qs);
                 Front()->close();
@@ -200,6 +207,20 @@ private Q_SLOTS:
             QCOMPARE(Listed(), u"CX3A CX2A CX1A"_qs);
         });
         QCOMPARE(Said(), QString());
+    }
+
+    void AButtonKeepsTheFocusOverItsWork()
+    {
+        Begin(3);
+        InSearch([&] {
+            Click("Command3");
+            QCOMPARE(Focus(), u"Command3"_qs);
+            Fill("Text5", "cx");
+            Click("Command4");
+            QCOMPARE(Focus(), u"Command4"_qs);
+            InModal([&] { Click("Command5"); }, [&] { Press(Qt::Key_Escape); });
+            QTRY_COMPARE(Focus(), u"Command5"_qs);
+        });
     }
 
     void TheRowsAreWrittenInTheirOrder()

@@ -182,6 +182,7 @@ private Q_SLOTS:
             QCOMPARE(desk_->Text(u"Frame5"_qs), u"Respuesta de Log de Argentina ..."_qs);
             QVERIFY(!desk_->Find(u"Command7"_qs)->isEnabled() && !desk_->Find(u"Command8"_qs)->isEnabled());
             QVERIFY(desk_->Until([&] { return !Running(); }));
+            QCOMPARE(desk_->Focus(), u"Command6"_qs);
             const QString line(28, u'-');
             QCOMPARE(Answers(),
                 QStringList({u"Conectando con LdA ..."_qs, u"CX3A OK!"_qs, u"CX2A duplicado!"_qs, u"CX1A OK!"_qs, line,

@@ -43,8 +43,8 @@ void Form13::ShowAnalysis()
     }
     contests_ = ContestsWithQsos(*contests);
     Form8::FillList(model_, contests_);
-    ui_->Label13->setText(contests_.isEmpty() ? NoContestToAnalyseText() : QString());
     ShowParts(false);
+    Tell(contests_.isEmpty() ? NoContestToAnalyseText() : QString());
     ui_->ListView1->setCurrentIndex(model_.index(0, 1));
     ui_->ListView1->setFocus();
     ShowModal();
@@ -67,9 +67,17 @@ void Form13::ShowUpload(const SyncSelection &selection, const SyncRules::Account
 
 void Form13::ShowParts(bool upload)
 {
-    for (QWidget *part : std::initializer_list<QWidget *>{ui_->rotuloListView1, ui_->ListView1, ui_->Label13})
+    for (QWidget *part : std::initializer_list<QWidget *>{ui_->rotuloListView1, ui_->ListView1})
         part->setVisible(!upload);
+    Tell({});
     upload_->setVisible(upload);
+}
+
+// With nothing to tell the list takes the room.
+void Form13::Tell(const QString &text)
+{
+    ui_->Label13->setText(text);
+    ui_->Label13->setVisible(!text.isEmpty());
 }
 
 void Form13::Analyse(const QModelIndex &row)
@@ -77,11 +85,11 @@ void Form13::Analyse(const QModelIndex &row)
     if (working_)
         return;
     if (!row.isValid()) {
-        ui_->Label13->setText(NoContestToAnalyseText());
+        Tell(NoContestToAnalyseText());
         return;
     }
     const QString contest = contests_[row.row()].name;
-    ui_->Label13->setText(AnalysingText(contest));
+    Tell(AnalysingText(contest));
     working_ = true;
     QGuiApplication::setOverrideCursor(Qt::WaitCursor);
     Logbook &logbook = program_.logbook;
@@ -93,10 +101,10 @@ void Form13::Analyse(const QModelIndex &row)
     QGuiApplication::restoreOverrideCursor();
     working_ = false;
     if (report) {
-        ui_->Label13->setText(*report);
+        Tell(*report);
         OpenTextFile(logbook, *report);
     } else {
-        ui_->Label13->clear();
+        Tell({});
         if (report.failure().kind != Failure::Kind::Cancelled)
             dialogs().Message(this, report.failure().text, Dialogs::Icon::Critical);
     }

@@ -37,6 +37,7 @@ protected:
 private:
     void Analyse(const QModelIndex &row);
     void ShowParts(bool upload);
+    void Tell(const QString &text);
 
     Program &program_;
     std::unique_ptr<Ui::Form13> ui_;

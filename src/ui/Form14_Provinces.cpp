@@ -23,6 +23,16 @@ constexpr int pictureSide = 128; // drawn large, so that it can be shown at any 
 const QString askingText = u"Consultando LdA ..."_qs;
 const QString memberPath = u"/php/tordillo55.php?"_qs;
 
+// Narrower than in a search: all of them fit beside each other.
+QList<int> QsoWidths()
+{
+    QList<int> widths = SearchModel::Widths();
+    for (const auto &[column, width] :
+        {std::pair{0, 780}, {1, 700}, {6, 600}, {7, 600}, {8, 1240}, {10, 900}, {12, 1950}, {15, 560}})
+        widths[column] = width;
+    return widths;
+}
+
 // Squares stand side by side, as many as the width takes.
 class GridDelegate : public QStyledItemDelegate {
 public:
@@ -36,7 +46,9 @@ public:
 void FillGrids(QListWidget &list, QGroupBox &frame, const QString &caption, const QStringList &grids)
 {
     list.clear();
-    list.addItems(grids);
+    QStringList sorted = grids;
+    sorted.sort();
+    list.addItems(sorted);
     frame.setTitle(caption + u" ("_qs + QString::number(grids.size()) + u')');
 }
 
@@ -73,7 +85,7 @@ void Form14::SetUpLists()
     ui_->ListView2->setModel(&provinces_);
     ui_->ListView2->SetUpColumns();
     ui_->ListView1->setModel(&qsos_);
-    ui_->ListView1->SetColumnTwips(SearchModel::Widths(), {u"000000"_qs, u"000000"_qs, u"WW9WWWW"_qs});
+    ui_->ListView1->SetColumnTwips(QsoWidths(), {u"00000"_qs, u"00000"_qs, u"WW9WWWW"_qs});
     for (QListWidget *grids : {ui_->List1, ui_->List2}) {
         grids->setFlow(QListView::LeftToRight);
         grids->setWrapping(true);
@@ -96,7 +108,7 @@ void Form14::SetUpLists()
 void Form14::Connect()
 {
     connect(ui_->ListView2->header(), &QHeaderView::sectionClicked, this, &Form14::SortBy);
-    connect(ui_->Check1, &QCheckBox::toggled, ui_->tablas, [this](bool on) { ui_->tablas->setCurrentIndex(on); });
+    connect(ui_->Check1, &QCheckBox::toggled, this, [this](bool on) { ShowQsos(on); });
     connect(ui_->Command1, &QPushButton::clicked, this, &Form14::AskMembers);
     connect(ui_->Command2, &QPushButton::clicked, this, [this] {
         StopAsking();
@@ -130,12 +142,20 @@ void Form14::Fill(const ProvinceStatistics &statistics)
     ui_->ProgressBar1->setValue(provinces_.rowCount());
     ui_->ListView2->header()->setSortIndicatorShown(false);
     ui_->ListView2->setCurrentIndex(provinces_.index(0, ProvinceModel::Province));
-    ui_->resumen->setText(
-        u"Provincias confirmadas: %1   trabajadas: %2   de %3"_qs.arg(tally.Table().ConfirmedAnywhere())
-            .arg(tally.Table().WorkedAnywhere())
-            .arg(ProvinceTable::provinces));
+    ui_->resumen->setText(u"%1 confirmadas y %2 trabajadas, de %3 provincias"_qs.arg(tally.Table().ConfirmedAnywhere())
+                              .arg(tally.Table().WorkedAnywhere())
+                              .arg(ProvinceTable::provinces));
     FillGrids(*ui_->List1, *ui_->Frame2, u"Confirmadas"_qs, tally.ConfirmedGrids());
     FillGrids(*ui_->List2, *ui_->Frame3, u"Trabajadas"_qs, tally.WorkedGrids());
+}
+
+// The list of contacts takes the room of the grids; what explains the table goes with it.
+void Form14::ShowQsos(bool on)
+{
+    ui_->tablas->setCurrentIndex(on);
+    for (QWidget *part : std::initializer_list<QWidget *>{ui_->grillas, ui_->Frame2, ui_->Frame3, ui_->Image1,
+             ui_->leyenda1, ui_->Image2, ui_->leyenda2, ui_->Image3, ui_->leyenda3})
+        part->setVisible(!on);
 }
 
 void Form14::SortBy(int column)

@@ -55,6 +55,7 @@ private:
     void SetUpLists();
     void Connect();
     void Fill(const ProvinceStatistics &statistics);
+    void ShowQsos(bool on);
     void SortBy(int column);
     void AskMembers();
     void ShowMembers(const WebReply &reply);

@@ -34,6 +34,10 @@ std::optional<QChar> CallPatternKey(QChar key)
     return key == u'*' ? std::optional(key) : EntryRules::FilterKey(key, KeyFilter::Callsign);
 }
 
+constexpr int pictureSide = 128; // drawn large, so that it can be shown at any scale
+
+QPixmap SatellitePicture() { return QIcon(u":/icons/satelite.svg"_qs).pixmap(pictureSide); }
+
 } // namespace
 
 Form6::Form6(Program &program, QWidget *owner)
@@ -41,17 +45,15 @@ Form6::Form6(Program &program, QWidget *owner)
     , program_(program)
     , ui_(std::make_unique<Ui::Form6>())
     , model_(program.logbook.Store())
-    , Timer1_(program.scheduler.Make(blinkMilliseconds, [this] {
-        ui_->Image2->setPixmap(
-            ui_->Image2->pixmap().isNull() ? QIcon(u":/icons/satelite.svg"_qs).pixmap(20) : QPixmap());
-    }))
+    , Timer1_(program.scheduler.Make(blinkMilliseconds,
+          [this] { ui_->Image2->setPixmap(ui_->Image2->pixmap().isNull() ? SatellitePicture() : QPixmap()); }))
 {
     ui_->setupUi(this);
     setWindowTitle(u"Exportar ..."_qs);
     ui_->ListView2->setModel(&model_);
     ui_->ListView2->SetColumnTwips(SearchModel::Widths(), {u"000000"_qs, u"000000"_qs, u"WW9WWWW"_qs});
-    ui_->Image2->setPixmap(QIcon(u":/icons/satelite.svg"_qs).pixmap(20));
-    ui_->Image1->setPixmap(QIcon(u":/icons/bandera.svg"_qs).pixmap(24, 16));
+    ui_->Image2->setPixmap(SatellitePicture());
+    ui_->Image1->setPixmap(QIcon(u":/icons/bandera.svg"_qs).pixmap(pictureSide, pictureSide * 2 / 3));
     QSizePolicy kept = ui_->Image1->sizePolicy();
     kept.setRetainSizeWhenHidden(true);
     ui_->Image1->setSizePolicy(kept);
@@ -283,7 +285,7 @@ void Form6::SatelliteTicked(bool on)
         return;
     }
     Timer1_->Stop();
-    ui_->Image2->setPixmap(QIcon(u":/icons/satelite.svg"_qs).pixmap(20));
+    ui_->Image2->setPixmap(SatellitePicture());
 }
 
 void Form6::SortBy(int column)

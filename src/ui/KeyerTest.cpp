@@ -36,7 +36,8 @@ void KeyerTest::ShowTest()
     const CwSettings settings = ReadCwSettings(program_.logbook);
     ui_->puerto->setCurrentText(settings.port);
     (settings.dtr ? ui_->DTR : ui_->RTS)->setChecked(true);
-    ui_->resultado->clear();
+    ui_->resultado->setEnabled(false);
+    ui_->resultado->setText(u"Todavía sin probar"_qs);
     ui_->consejo->clear();
     running_ = false;
     keyer_ = std::make_unique<CwKeyer>(program_.lines, program_.makePacer(), program_.scheduler);
@@ -51,6 +52,7 @@ void KeyerTest::Try()
 {
     if (running_)
         return;
+    ui_->resultado->setEnabled(true);
     ui_->consejo->clear();
     keyer_->SetLine(ui_->DTR->isChecked() ? ModemLine::DTR : ModemLine::RTS);
     if (const Result<void> opened = keyer_->Choose(ui_->puerto->currentText()); !opened) {

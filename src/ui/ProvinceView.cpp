@@ -14,7 +14,7 @@
 namespace {
 
 constexpr int totalRow = ProvinceTable::provinces, rows = totalRow + 1;
-constexpr int padding = 6, iconMargin = 3, tintStrength = 56, selectionStrength = 90;
+constexpr int padding = 6, iconMargin = 3, tintStrength = 56;
 
 QColor Tint(ProvinceState state)
 {
@@ -52,12 +52,9 @@ public:
         painter->fillRect(option.rect, option.palette.color(total ? QPalette::Button : QPalette::Base));
         if (band)
             painter->fillRect(option.rect, Tint(state));
-        if (option.state & QStyle::State_Selected) {
-            QColor selection = option.palette.color(QPalette::Highlight);
-            selection.setAlpha(selectionStrength);
-            painter->fillRect(option.rect, selection);
-        }
         DrawGrid(*painter, option, total);
+        if (option.state & QStyle::State_Selected)
+            DrawSelection(*painter, option, index);
         QRect room = option.rect.adjusted(padding, 0, -padding, 0);
         if (index.column() == ProvinceModel::Province || band)
             room = DrawIcon(*painter, room, index.data(Qt::DecorationRole).value<QIcon>(), band);
@@ -81,6 +78,21 @@ private:
         painter.setPen(line);
         if (total)
             painter.drawLine(option.rect.topLeft(), option.rect.topRight());
+    }
+
+    // A frame around the row: its ground tells the states.
+    static void DrawSelection(QPainter &painter, const QStyleOptionViewItem &option, const QModelIndex &index)
+    {
+        constexpr int line = 2;
+        const QRect &cell = option.rect;
+        const bool dark = option.palette.color(QPalette::Base).lightness() < 128;
+        const QColor colour = option.palette.color(QPalette::Highlight).lighter(dark ? 150 : 100);
+        painter.fillRect(cell.left(), cell.top(), cell.width(), line, colour);
+        painter.fillRect(cell.left(), cell.bottom() + 1 - line, cell.width(), line, colour);
+        if (index.column() == ProvinceModel::Number)
+            painter.fillRect(cell.left(), cell.top(), line, cell.height(), colour);
+        if (index.column() + 1 == index.model()->columnCount())
+            painter.fillRect(cell.right() + 1 - line, cell.top(), line, cell.height(), colour);
     }
 
     // Draws the icon in the middle, or before a text; gives the room that is left.

@@ -19,6 +19,7 @@ const QString catalogueName = u"satelites.txt"_qs;
 constexpr qsizetype longestText = 40;
 
 // The picture flies from right to left, in twips as the sky was drawn.
+constexpr int pictureSide = 128; // drawn large, so that it can be shown at any scale
 constexpr int pictureStep = 30, pictureEnd = -1000, pictureStart = 4080;
 
 } // namespace
@@ -34,8 +35,9 @@ SatellitePanel::SatellitePanel(Program &program, QWidget *parent)
     ui_->Frame2->hide();
     Image2_ = new QLabel(ui_->cieloImage2);
     Image2_->setObjectName(u"Image2"_qs);
-    Image2_->setPixmap(QIcon(u":/icons/satelite.svg"_qs).pixmap(22, 22));
-    Image2_->adjustSize();
+    Image2_->setPixmap(QIcon(u":/icons/satelite.svg"_qs).pixmap(pictureSide));
+    Image2_->setScaledContents(true);
+    Image2_->setFixedSize(22, 22); // grows with the window
     Timer9_ = program_.scheduler.Make(150, [this] { MovePicture(); });
     Window::ShowFocusOn({ui_->Combo3});
     connect(ui_->Combo3, &QComboBox::activated, this, [this] {

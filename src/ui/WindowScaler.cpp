@@ -34,6 +34,8 @@ struct Length {
 };
 
 struct Control {
+    bool scaled = false; // not yet: its sizes are those of scale 1
+    bool ownFontSize = false;
     Length font;
     std::array<Length, 4> limits; // least width and height, most width and height
     std::map<int, Length> sections; // of a header; -1 is the common height of the rows
@@ -50,9 +52,15 @@ QFont WithSize(QFont font, double size)
     return font;
 }
 
+// The mask of a font carries what is inherited too: once the window's size is set, only another size than the
+// parent's tells one that was set.
 bool HasOwnFontSize(const QWidget *widget)
 {
-    return widget->testAttribute(Qt::WA_SetFont) && (widget->font().resolveMask() & QFont::SizeResolved);
+    const QFont own = widget->font(), above = widget->parentWidget()->font();
+    if (!widget->testAttribute(Qt::WA_SetFont) || !(own.resolveMask() & QFont::SizeResolved))
+        return false;
+    return !(above.resolveMask() & QFont::SizeResolved) || own.pixelSize() != above.pixelSize()
+        || std::abs(own.pointSizeF() - above.pointSizeF()) > 0.01;
 }
 
 } // namespace
@@ -142,17 +150,26 @@ private:
 
     void ScaleControls(double to)
     {
-        Control &own = Known(window_);
-        const double size = own.font.Rescale(FontSize(window_->font()), scale_, to, false);
+        const QList<QWidget *> widgets = Widgets();
+        for (const QWidget *widget : widgets) // before the window's font reaches them
+            Known(widget).ownFontSize |= HasOwnFontSize(widget);
+        const double size = Known(window_).font.Rescale(FontSize(window_->font()), scale_, to, false);
         if (std::abs(size - FontSize(window_->font())) > 0.01)
             window_->setFont(WithSize(window_->font(), size));
-        for (QWidget *widget : window_->findChildren<QWidget *>())
-            if (widget->window() == window_)
-                ScaleControl(widget, to);
+        for (QWidget *widget : widgets)
+            ScaleControl(widget, to);
         for (QLayout *layout : window_->findChildren<QLayout *>())
             if (layout->parentWidget() && layout->parentWidget()->window() == window_)
                 ScaleLayout(layout, to);
         scale_ = to;
+    }
+
+    // The controls of the window, each behind the one it lies in.
+    QList<QWidget *> Widgets() const
+    {
+        QList<QWidget *> widgets = window_->findChildren<QWidget *>();
+        widgets.removeIf([this](const QWidget *widget) { return widget->window() != window_; });
+        return widgets;
     }
 
     // The room between controls grows with them.
@@ -184,10 +201,10 @@ private:
 
     void ScaleControl(QWidget *widget, double to)
     {
-        const bool isNew = !controls_.contains(widget);
         Control &control = Known(widget);
-        const double from = isNew ? 1 : scale_;
-        if (HasOwnFontSize(widget)) {
+        const double from = control.scaled ? scale_ : 1;
+        control.scaled = true;
+        if (control.ownFontSize) {
             const double now = FontSize(widget->font());
             const double size = control.font.Rescale(now, from, to, false);
             if (std::abs(size - now) > 0.01)
@@ -233,7 +250,7 @@ private:
         }
     }
 
-    Control &Known(QWidget *widget)
+    Control &Known(const QWidget *widget)
     {
         if (!controls_.contains(widget))
             connect(widget, &QObject::destroyed, this, [this, widget] { controls_.remove(widget); });
@@ -244,7 +261,7 @@ private:
     QSize captured_;
     double scale_ = 1;
     bool applying_ = false;
-    QHash<QWidget *, Control> controls_;
+    QHash<const QWidget *, Control> controls_;
     struct Room {
         std::array<Length, 4> sides; // left, top, right, bottom
         std::array<Length, 2> gaps; // across, down

@@ -128,6 +128,36 @@ private Q_SLOTS:
         QCOMPARE(watch.layouts, 0);
     }
 
+    // Told bold or slanted and no size: the size is the window's, in a control that comes later too.
+    void WhatIsOnlyBoldKeepsTheSizeOfItsNeighbour()
+    {
+        const auto addBold = [this](int row) {
+            auto *label = new QLabel(u"QTR"_qs);
+            QFont bold;
+            bold.setBold(true);
+            label->setFont(bold);
+            static_cast<QGridLayout *>(window_->layout())->addWidget(label, row, 0);
+            label->show();
+            return label;
+        };
+        const QLabel *early = addBold(2);
+        CaptureLayout(window_.get());
+        window_->show();
+        Resize(1950, 1050);
+        const QLabel *late = addBold(3);
+        const QSize sizes[] = {{1950, 1050}, {2600, 1400}, {1300, 700}};
+        for (const QSize &size : sizes) {
+            Resize(size.width(), size.height());
+            const double scale = ScaleOf(window_.get());
+            QVERIFY(std::abs(scale - size.width() / 1300.0) < 0.01);
+            for (const QWidget *widget : {static_cast<const QWidget *>(call_), static_cast<const QWidget *>(early),
+                     static_cast<const QWidget *>(late)})
+                QVERIFY(std::abs(widget->font().pointSizeF() - 10 * scale) < 0.05);
+            QVERIFY(early->font().bold() && late->font().bold());
+            QVERIFY(std::abs(title_->font().pointSizeF() - 20 * scale) < 0.1);
+        }
+    }
+
     void ContentThatNeedsMoreRoomIsScaledLess()
     {
         window_->show();

@@ -52,15 +52,12 @@ QFont WithSize(QFont font, double size)
     return font;
 }
 
-// The mask of a font carries what is inherited too: once the window's size is set, only another size than the
+// The mask of a font carries what is inherited too, even from the owner of a dialog: only another size than the
 // parent's tells one that was set.
 bool HasOwnFontSize(const QWidget *widget)
 {
-    const QFont own = widget->font(), above = widget->parentWidget()->font();
-    if (!widget->testAttribute(Qt::WA_SetFont) || !(own.resolveMask() & QFont::SizeResolved))
-        return false;
-    return !(above.resolveMask() & QFont::SizeResolved) || own.pixelSize() != above.pixelSize()
-        || std::abs(own.pointSizeF() - above.pointSizeF()) > 0.01;
+    return widget->testAttribute(Qt::WA_SetFont) && (widget->font().resolveMask() & QFont::SizeResolved)
+        && std::abs(FontSize(widget->font()) - FontSize(widget->parentWidget()->font())) > 0.01;
 }
 
 } // namespace
@@ -151,7 +148,7 @@ private:
     void ScaleControls(double to)
     {
         const QList<QWidget *> widgets = Widgets();
-        for (const QWidget *widget : widgets) // before the window's font reaches them
+        for (const QWidget *widget : widgets) // before a new size of the window can equal theirs
             Known(widget).ownFontSize |= HasOwnFontSize(widget);
         const double size = Known(window_).font.Rescale(FontSize(window_->font()), scale_, to, false);
         if (std::abs(size - FontSize(window_->font())) > 0.01)
@@ -204,6 +201,7 @@ private:
         Control &control = Known(widget);
         const double from = control.scaled ? scale_ : 1;
         control.scaled = true;
+        control.ownFontSize |= HasOwnFontSize(widget); // set to what the window had, and left behind by it now
         if (control.ownFontSize) {
             const double now = FontSize(widget->font());
             const double size = control.font.Rescale(now, from, to, false);

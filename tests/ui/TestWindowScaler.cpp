@@ -142,6 +142,7 @@ private Q_SLOTS:
         };
         const QLabel *early = addBold(2);
         CaptureLayout(window_.get());
+        FitToScreen(window_.get(), {2049, 1152}, true);
         window_->show();
         Resize(1950, 1050);
         const QLabel *late = addBold(3);
@@ -155,6 +156,32 @@ private Q_SLOTS:
                 QVERIFY(std::abs(widget->font().pointSizeF() - 10 * scale) < 0.05);
             QVERIFY(early->font().bold() && late->font().bold());
             QVERIFY(std::abs(title_->font().pointSizeF() - 20 * scale) < 0.1);
+        }
+    }
+
+    void ADialogDoesNotTakeTheSizeOfItsOwner()
+    {
+        window_->show();
+        Resize(1950, 1050);
+        QWidget dialog(window_.get(), Qt::Dialog);
+        auto *row = new QHBoxLayout(&dialog);
+        std::array<QLabel *, 3> labels{};
+        for (QLabel *&label : labels)
+            row->addWidget(label = new QLabel(u"QTR"_qs));
+        QFont bold;
+        bold.setBold(true);
+        labels[1]->setFont(bold);
+        QFont told = labels[0]->font();
+        told.setPointSizeF(told.pointSizeF()); // the same, but its own
+        labels[2]->setFont(told);
+        const double size = told.pointSizeF();
+        dialog.resize(400, 200);
+        CaptureLayout(&dialog);
+        for (const double scale : {2.0, 1.5, 1.0, 3.0}) {
+            FitToScreen(&dialog, QSize(1366, 768) * scale / ScaleOf(&dialog), true);
+            QVERIFY(std::abs(ScaleOf(&dialog) - scale) < 0.05);
+            for (const QLabel *label : labels)
+                QVERIFY(std::abs(label->font().pointSizeF() - size * ScaleOf(&dialog)) < 0.05);
         }
     }
 

@@ -26,9 +26,9 @@ const QString memberPath = u"/php/tordillo55.php?"_qs;
 // Narrower than in a search: all of them fit beside each other.
 QList<int> QsoWidths()
 {
-    QList<int> widths = SearchModel::Widths();
+    QList<int> widths = SearchModel::Widths().first(shownColumns);
     for (const auto &[column, width] :
-        {std::pair{0, 780}, {1, 700}, {6, 600}, {7, 600}, {8, 1240}, {10, 900}, {12, 1950}, {15, 560}})
+        {std::pair{0, 780}, {1, 700}, {6, 600}, {7, 600}, {8, 1240}, {10, 900}, {12, 1850}, {15, 560}, {17, 1440}})
         widths[column] = width;
     return widths;
 }
@@ -142,8 +142,11 @@ void Form14::Fill(const ProvinceStatistics &statistics)
     ui_->ProgressBar1->setValue(provinces_.rowCount());
     ui_->ListView2->header()->setSortIndicatorShown(false);
     ui_->ListView2->setCurrentIndex(provinces_.index(0, ProvinceModel::Province));
-    ui_->resumen->setText(u"%1 confirmadas y %2 trabajadas, de %3 provincias"_qs.arg(tally.Table().ConfirmedAnywhere())
-                              .arg(tally.Table().WorkedAnywhere())
+    const int confirmed = tally.Table().ConfirmedAnywhere(), worked = tally.Table().WorkedAnywhere();
+    ui_->resumen->setText(u"%1 confirmada%2 y %3 trabajada%4, de %5 provincias"_qs.arg(confirmed)
+                              .arg(confirmed == 1 ? u""_qs : u"s"_qs)
+                              .arg(worked)
+                              .arg(worked == 1 ? u""_qs : u"s"_qs)
                               .arg(ProvinceTable::provinces));
     FillGrids(*ui_->List1, *ui_->Frame2, u"Confirmadas"_qs, tally.ConfirmedGrids());
     FillGrids(*ui_->List2, *ui_->Frame3, u"Trabajadas"_qs, tally.WorkedGrids());

@@ -81,9 +81,9 @@ private:
     }
 
     // A frame around the row: its ground tells the states.
-    static void DrawSelection(QPainter &painter, const QStyleOptionViewItem &option, const QModelIndex &index)
+    void DrawSelection(QPainter &painter, const QStyleOptionViewItem &option, const QModelIndex &index) const
     {
-        constexpr int line = 2;
+        const int line = view_->hasFocus() ? 2 : 1;
         const QRect &cell = option.rect;
         const bool dark = option.palette.color(QPalette::Base).lightness() < 128;
         const QColor colour = option.palette.color(QPalette::Highlight).lighter(dark ? 150 : 100);
@@ -118,7 +118,6 @@ ProvinceView::ProvinceView(QWidget *parent)
     setItemDelegate(new CellDelegate(this));
     setRootIsDecorated(false);
     setItemsExpandable(false);
-    setAllColumnsShowFocus(true);
     setSelectionBehavior(QAbstractItemView::SelectRows);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     header()->setSectionsClickable(true);

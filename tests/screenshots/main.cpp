@@ -253,12 +253,13 @@ void TakeProvinces(Program &program, const std::function<QString(const char *)> 
     Runs runs;
     Run run(runs, [] {});
     const auto ofLog = StatisticsOfLog(program.logbook.Store(), program.logbook.LogInUse, 46, run);
+    QTimer::singleShot(150, &form14, [&] { form14.findChild<QCheckBox *>(u"Check1"_qs)->setChecked(true); });
+    TakeModal(form14, path("Form14_QSOs"), [&] { form14.ShowStatistics(form1, source, *ofLog); });
     QTimer::singleShot(150, &form14, [&] {
-        form14.findChild<QCheckBox *>(u"Check1"_qs)->setChecked(true);
         form14.findChild<QWidget *>(u"Frame5"_qs)->show();
         form14.findChild<QListWidget *>(u"List3"_qs)->addItem(u"LU1ABC Juan Pérez>24/11/2026"_qs);
     });
-    TakeModal(form14, path("Form14_QSOs"), [&] { form14.ShowStatistics(form1, source, *ofLog); });
+    TakeModal(form14, path("Form14_miembros"), [&] { form14.ShowStatistics(form1, source, SampleProvinces()); });
 }
 
 void TakeAll(Program &program, const std::function<QString(const char *)> &path)

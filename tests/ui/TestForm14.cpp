@@ -73,7 +73,8 @@ private Q_SLOTS:
     {
         desk_->Furnish(0);
         StoreProvinces({{u"lu1ga"_qs, u"20m"_qs, {}, u"GF05AB"_qs}, {u"LU2GA"_qs, u"20m"_qs, u"2"_qs, u"GF05AB"_qs},
-            {u"LU3GA"_qs, u"70cm"_qs, u"1"_qs, {}, u"SO-50"_qs}, {u"CX1AA"_qs, u"40m"_qs, u"2"_qs, u"GF15"_qs}});
+            {u"LU3GA"_qs, u"70cm"_qs, u"1"_qs, {}, u"SO-50"_qs}, {u"CX1AA"_qs, u"40m"_qs, u"2"_qs, u"GF15"_qs},
+            {u"LU4GA"_qs, u"20m"_qs, u"2"_qs, u"FF78"_qs}, {u"LU5GA"_qs, u"20m"_qs, u"2"_qs, u"GF10"_qs}});
         desk_->Start();
         const QString caption = desk_->Text(u"Label6"_qs);
         desk_->InModal([&] { desk_->Menu("parg"); },
@@ -84,10 +85,12 @@ private Q_SLOTS:
                 QCOMPARE(Row(3, ProvinceModel::StateRole), u"-1,-1,2,-1,-1,-1,-1,-1,2,-1,-1,-1,-1,-1,1"_qs);
                 QVERIFY(Row(3, Qt::ToolTipRole).contains(u"Chaco, 20m: Confirmado"));
                 QCOMPARE(Row(25), u",,Confirmados/Trabajados,0/0,0/0,0/0,0/0,0/0,1/1,0/0,0/0,0/0,0/0,0/0,0/1"_qs);
-                QCOMPARE(Items(u"List1"_qs) + Items(u"List2"_qs), (QStringList{u"GF05"_qs, u"GF05"_qs}));
-                QCOMPARE(desk_->Text(u"Frame2"_qs) + desk_->Text(u"Frame3"_qs), u"Confirmadas (1)Trabajadas (1)"_qs);
+                QCOMPARE(Items(u"List1"_qs) + Items(u"List2"_qs),
+                    (QStringList{u"FF78"_qs, u"GF05"_qs, u"GF10"_qs, u"GF05"_qs}));
+                QCOMPARE(desk_->Text(u"Frame2"_qs) + desk_->Text(u"Frame3"_qs), u"Confirmadas (3)Trabajadas (1)"_qs);
+                QCOMPARE(desk_->Text(u"resumen"_qs), u"1 confirmada y 1 trabajada, de 25 provincias"_qs);
                 const QAbstractItemModel *qsos = List(u"ListView1"_qs)->model();
-                QCOMPARE(qsos->rowCount(), 3);
+                QCOMPARE(qsos->rowCount(), 5);
                 QCOMPARE(qsos->columnCount(), 18);
                 QCOMPARE(qsos->index(0, 2).data().toString(), u"LU1GA"_qs);
                 ClickTitle(ProvinceModel::Province);

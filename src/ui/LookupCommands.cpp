@@ -128,9 +128,11 @@ void LookupCommands::SearchLda(const QString &call)
 {
     Begin();
     const Logbook &logbook = program_.logbook;
+    // The configuration of a first run has no server until it is read again.
+    const QString configured = WithoutSlash(logbook.configuration.LDAQ_web);
+    const Service service = from_ == From::Entry ? Service::LdaDefault : Service::Lda;
     search_.SearchLda(
-        from_ == From::Entry ? WithoutSlash(logbook.configuration.LDAQ_web) : ServiceAddress(logbook, Service::Lda),
-        call);
+        from_ == From::Entry && !configured.isEmpty() ? configured : ServiceAddress(logbook, service), call);
 }
 
 void LookupCommands::Probe()

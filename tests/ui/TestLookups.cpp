@@ -105,7 +105,11 @@ private Q_SLOTS:
                 QVERIFY(Shown().endsWith(u"|eMail;"));
             });
         QCOMPARE(desk_->Text(u"Obs"_qs) + u'|' + desk_->Text(u"Text2"_qs), u"Juan & Ana|FF78SK"_qs);
-        QCOMPARE(desk_->Asked(), QStringList({u"/lda_predeterminada/php/tordillo_lda.php"_qs}));
+        // A first run has no server in its configuration yet.
+        desk_->OpenLogbook().configuration.LDAQ_web.clear();
+        InResult([&] { desk_->Press(Qt::Key_L, Qt::ControlModifier); }, [] {});
+        const QString path = u"/lda_predeterminada/php/tordillo_lda.php"_qs;
+        QCOMPARE(desk_->Asked(), QStringList({path, path}));
         // The next showing has its buttons again, and empty labels for an unknown call.
         desk_->server.Always("<?xml ?>");
         InResult([&] { desk_->Click(u"Command14"_qs); },

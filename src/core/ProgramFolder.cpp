@@ -33,7 +33,10 @@ bool IsWritable(const QString &folder)
 QString Find(const QString &programFileFolder, const QString &userFolder)
 {
     const QDir folder(programFileFolder);
-    if (folder.exists(u"config.ini"_qs) || folder.exists(u"base0.mdb"_qs) || IsWritable(programFileFolder))
+    if (folder.exists(u"config.ini"_qs) || folder.exists(u"base0.mdb"_qs))
+        return programFileFolder;
+    // An administrator can write everywhere, and would leave a log there that keeps all others out.
+    if (!folder.exists(u"instalado.txt"_qs) && IsWritable(programFileFolder))
         return programFileFolder;
     QDir().mkpath(userFolder);
     return userFolder;

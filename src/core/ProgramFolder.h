@@ -13,7 +13,8 @@ class QLockFile;
 namespace ProgramFolder {
 
 // The folder of the program file when it holds config.ini or base0.mdb or can be written, else `userFolder` (made if
-// missing). A folder that holds a log is never passed over, even when it cannot be written.
+// missing). A folder that holds a log is never passed over, even when it cannot be written; one with the mark of a
+// package in it (instalado.txt) is not written into, whoever could.
 QString Find(const QString &programFileFolder, const QString &userFolder);
 
 bool IsWritable(const QString &folder);

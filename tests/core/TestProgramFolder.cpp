@@ -23,9 +23,12 @@ private Q_SLOTS:
         QVERIFY(!ProgramFolder::IsWritable(missing));
         QCOMPARE(ProgramFolder::Find(missing, user), user);
         QVERIFY(QDir(user).exists());
+        Put(u"instalado.txt"_qs, "");
+        QCOMPARE(ProgramFolder::Find(folder_->path(), user), user);
         for (const QString &name : {u"config.ini"_qs, u"base0.mdb"_qs}) {
             init();
             Put(name, "x");
+            Put(u"instalado.txt"_qs, "");
             const QString own = folder_->path();
             QVERIFY(QFile::setPermissions(own, QFile::ReadOwner | QFile::ExeOwner));
             QCOMPARE(ProgramFolder::Find(own, user), own);

@@ -120,6 +120,7 @@ int RunProgram(Application &application)
     Program program{logbook, scheduler, dialogs, windows, lines, MakeThreadPacer, caller,
         [] { QCoreApplication::processEvents(); }, [](int exitCode) { QCoreApplication::exit(exitCode); }, Mark, {}, {},
         false, false};
+    program.manualFolder = QCoreApplication::applicationDirPath() + u"/manual"_qs;
     windows.SetProgram(program);
     if (!windows.Main().Load())
         return 1;
@@ -134,6 +135,7 @@ int main(int argc, char **argv)
 {
     Application application(argc, argv);
     QCoreApplication::setApplicationName(u"tordillo-compact"_qs);
+    QGuiApplication::setDesktopFileName(u"tordillo-compact"_qs); // for the icon in the task bar
     QCoreApplication::setApplicationVersion(Logbook::AppVersion);
     InstallSpanish(application);
     SetUpLook(application);

@@ -173,6 +173,7 @@ void Form1::ConnectMenu()
     menu_->On("iadif", this, [this] { program_.windows.AdifImport().ShowImport(); });
     menu_->On("badif", this, [this] { program_.windows.Backup().OpenBackupWindow(); });
     menu_->On("satel", this, &Form1::OpenSatellites);
+    menu_->On("manual", this, &Form1::HelpWanted);
     menu_->On("acerca", this, [this] { program_.windows.About().ShowModal(); });
     menu_->On("cumbres", this, &Form1::OpenSummits);
     menu_->On("salir", this, [this] {

@@ -140,6 +140,8 @@ void Form4::BuildMenu()
     connect(add(u"tbp"_qs, u"&Transferir a Base Principal"_qs), &QAction::triggered, this,
         [this] { RunCommand(&Form4::Transfer); });
     menu->addSeparator();
+    connect(add(u"manual"_qs, u"&Manual"_qs), &QAction::triggered, this, &Form4::HelpWanted);
+    menu->addSeparator();
     connect(add(u"sdc"_qs, u"&Salir de Concurso"_qs), &QAction::triggered, this, [this] {
         if (Leave(false))
             close();

@@ -35,7 +35,8 @@ const std::vector<MenuText> &Menus()
         {"hbdd", u"&Hacer BackUp", {{"badeda", u"&Base de Datos"}, {"badif", u"&ADIF"}}},
         {"menuConfiguracion", u"&Configuración", {{"conf", u"&Configuración"}, {"ppeerr", u"&Perfiles"}}},
         {"menuAyuda", u"A&yuda",
-            {{"ac", u"Act&ualizaciones"}, {"cumbres", u"Lista de &cumbres SOTA"}, {nullptr, nullptr},
+            {{"manual", u"&Manual"}, {nullptr, nullptr}, {"ac", u"Act&ualizaciones"},
+                {"cumbres", u"Lista de &cumbres SOTA"}, {nullptr, nullptr},
                 {"acerca", u"&Acerca de Tordillo Compact"}}},
     };
     return menus;

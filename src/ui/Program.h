@@ -34,5 +34,6 @@ struct Program {
     MasterCheck master;
     bool LoadingMainWindow = false;
     bool FirstRun = false;
+    QString manualFolder = {}; // README.md, the chapters and their pictures
     std::shared_ptr<Launcher> launcher = std::make_shared<Launcher>();
 };

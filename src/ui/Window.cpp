@@ -70,6 +70,14 @@ void Window::ShowModal()
         before->activateWindow();
 }
 
+void Window::keyPressEvent(QKeyEvent *event)
+{
+    if (event->key() == Qt::Key_F1 && !event->isAutoRepeat())
+        Q_EMIT HelpWanted();
+    else
+        QWidget::keyPressEvent(event);
+}
+
 void Window::closeEvent(QCloseEvent *event) { event->setAccepted(MayClose()); }
 
 void Window::hideEvent(QHideEvent *event)

@@ -53,6 +53,11 @@ public:
     // range stay where they are as far as the new text reaches. Works in a disabled field too.
     static void SetTextKeepingFocus(QLineEdit *field, const QString &text);
 
+Q_SIGNALS:
+    // The operator asks for the manual: by F1 where neither the window nor a control has another use for it, or by a
+    // menu.
+    void HelpWanted();
+
 protected:
     Dialogs &dialogs() const { return dialogs_; }
 
@@ -76,6 +81,7 @@ protected:
     // The frame's close button (and close()) hides the window when this gives true.
     virtual bool MayClose() { return true; }
 
+    void keyPressEvent(QKeyEvent *event) override;
     void closeEvent(QCloseEvent *event) override;
     void hideEvent(QHideEvent *event) override;
     bool event(QEvent *event) override;

@@ -26,21 +26,10 @@
 #include "ui/Form8_ContestLogs.h"
 #include "ui/Form9_CabrilloHeader.h"
 #include "ui/KeyerTest.h"
+#include "ui/Manual.h"
 #include "ui/Program.h"
 
 #include <QtGlobal>
-
-namespace {
-
-template <typename Form, typename... Arguments>
-Form &Made(std::unique_ptr<Form> &form, Arguments &&...arguments)
-{
-    if (!form)
-        form = std::make_unique<Form>(std::forward<Arguments>(arguments)...);
-    return *form;
-}
-
-} // namespace
 
 Windows::Windows()
 {
@@ -49,6 +38,24 @@ Windows::Windows()
 }
 
 Windows::~Windows() = default;
+
+template <typename Form, typename... Arguments>
+Form &Windows::Made(std::unique_ptr<Form> &form, Arguments &&...arguments)
+{
+    if (!form) {
+        form = std::make_unique<Form>(std::forward<Arguments>(arguments)...);
+        QObject::connect(
+            form.get(), &Window::HelpWanted, form.get(), [this, asking = form.get()] { Book().ShowFor(*asking); });
+    }
+    return *form;
+}
+
+Manual &Windows::Book()
+{
+    if (!manual_)
+        manual_ = std::make_unique<Manual>(program_->manualFolder, program_->dialogs);
+    return *manual_;
+}
 
 Form1 &Windows::Main() { return Made(form1_, *program_); }
 Form2 &Windows::Settings() { return Made(form2_, *program_, &Main()); }

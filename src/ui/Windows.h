@@ -29,6 +29,7 @@ class Form20;
 class Form21;
 class Form22;
 class KeyerTest;
+class Manual;
 class Form33;
 class QWidget;
 
@@ -66,8 +67,12 @@ public:
     Form22 &Keyboard(QWidget &owner);
     KeyerTest &TestKeyer(QWidget &owner);
     Form33 &LookupResult();
+    Manual &Book();
 
 private:
+    template <typename Form, typename... Arguments>
+    Form &Made(std::unique_ptr<Form> &form, Arguments &&...arguments);
+
     Program *program_ = nullptr;
     std::unique_ptr<Form1> form1_;
     std::unique_ptr<Form2> form2_;
@@ -93,4 +98,5 @@ private:
     std::unique_ptr<Form22> form22_;
     std::unique_ptr<KeyerTest> keyerTest_;
     std::unique_ptr<Form33> form33_;
+    std::unique_ptr<Manual> manual_; // the last one, since it lies over any of the others
 };

@@ -38,6 +38,7 @@
 #include "ui/Form8_ContestLogs.h"
 #include "ui/KeyerPanel.h"
 #include "ui/KeyerTest.h"
+#include "ui/Manual.h"
 #include "ui/Program.h"
 #include "ui/RealDialogs.h"
 #include "ui/RealPlayer.h"
@@ -262,6 +263,18 @@ void TakeProvinces(Program &program, const std::function<QString(const char *)> 
     TakeModal(form14, path("Form14_miembros"), [&] { form14.ShowStatistics(form1, source, SampleProvinces()); });
 }
 
+void TakeManual(Program &program, const std::function<QString(const char *)> &path)
+{
+    Manual &book = program.windows.Book();
+    for (const auto &[file, window] : {std::pair("Manual", "Form1"), std::pair("Manual_concursos", "Form8")}) {
+        QWidget asking;
+        asking.setObjectName(QString::fromLatin1(window));
+        book.ShowFor(asking);
+        Take(book, path(file));
+    }
+    book.hide();
+}
+
 void TakeAll(Program &program, const std::function<QString(const char *)> &path)
 {
     Logbook &logbook = program.logbook;
@@ -299,6 +312,7 @@ void TakeAll(Program &program, const std::function<QString(const char *)> &path)
     TakeModal(program.windows.Backup(), path("Form15"), [&] { program.windows.Backup().OpenBackupWindow(); });
     Form21 &form21 = program.windows.PhoneImportHelp(form1);
     TakeModal(form21, path("Form21"), [&] { form21.ShowModal(); });
+    TakeManual(program, path);
     TakeProvinces(program, path);
     TakeContest(program, path);
     TakeOnline(program, path);
@@ -331,6 +345,7 @@ int main(int argc, char **argv)
         Windows windows;
         Program program{logbook, scheduler, dialogs, windows, lines, MakeThreadPacer, caller,
             [] { QApplication::processEvents(); }, [](int) {}, [](const char *) {}, {}, {}, false, false};
+        program.manualFolder = QStringLiteral(TORDILLO_SOURCES "/docs/manual");
         windows.SetProgram(program);
         program.dxcc.AddLine(u"LW;13;14;SA;Argentina");
         ApplyWindowTheme(dark ? Theme::Dark : Theme::Light);

@@ -80,6 +80,7 @@ struct Desk::Process {
     {
         windows->SetProgram(program);
         program.launcher = desk.launcher;
+        program.manualFolder = QStringLiteral(TORDILLO_SOURCES "/docs/manual");
     }
     ~Process() { windows.reset(); }
 

@@ -7,6 +7,7 @@
 
 #include <QFile>
 #include <QIcon>
+#include <QImageReader>
 #include <QKeyEvent>
 #include <QScreen>
 #include <QTextBlock>
@@ -14,6 +15,7 @@
 #include <QTextFragment>
 #include <QTextTable>
 #include <algorithm>
+#include <cmath>
 
 namespace {
 
@@ -204,17 +206,25 @@ void Manual::DressTables()
     }
 }
 
-// No wider than the page.
+// No wider than the page. They are scaled here, since Qt's layout scales them without smoothing.
 void Manual::FitPictures()
 {
     QTextDocument *document = ui_->pagina->document();
-    const int room = ui_->pagina->viewport()->width() - 2 * pageMargin;
+    const double room = ui_->pagina->viewport()->width() - 2 * pageMargin;
     for (Piece &piece : PiecesOf(document)) {
         if (!piece.format.isImageFormat())
             continue;
         QTextImageFormat picture = piece.format.toImageFormat();
-        const QImage image(folder_ + u'/' + picture.name());
-        picture.setWidth(std::min<double>(image.width() * ScaleOf(this), room));
+        QImageReader reader(folder_ + u'/' + picture.name());
+        const QSizeF drawn = reader.size();
+        const double width = std::floor(std::min(drawn.width() * ScaleOf(this), room));
+        if (width < 1 || width == picture.width())
+            continue;
+        reader.setScaledSize((drawn * (width / drawn.width()) * devicePixelRatioF()).toSize());
+        QImage image = reader.read();
+        image.setDevicePixelRatio(devicePixelRatioF());
+        document->addResource(QTextDocument::ImageResource, document->baseUrl().resolved(QUrl(picture.name())), image);
+        picture.setWidth(width);
         piece.whole.setCharFormat(picture);
     }
 }

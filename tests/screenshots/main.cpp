@@ -266,7 +266,7 @@ void TakeProvinces(Program &program, const std::function<QString(const char *)> 
 void TakeManual(Program &program, const std::function<QString(const char *)> &path)
 {
     Manual &book = program.windows.Book();
-    for (const auto &[file, window] : {std::pair("Manual", "Form1"), std::pair("Manual_concursos", "Form8")}) {
+    for (const auto &[file, window] : {std::pair("Manual", "Form1"), std::pair("Manual_cables", "KeyerTest")}) {
         QWidget asking;
         asking.setObjectName(QString::fromLatin1(window));
         book.ShowFor(asking);

@@ -14,9 +14,9 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-// Waking up takes about this long; the rest is spent looking at the clock. At 40 words a minute that is one part in
-// three hundred of a processor.
-constexpr qint64 wakeUp = 80;
+// An idle processor takes up to this long to wake; the rest is spent looking at the clock, which also has the processor
+// at its pace when the moment comes. At 40 words a minute that is one part in a hundred of it.
+constexpr qint64 wakeUp = 250;
 
 class ThreadPacer final : public KeyerPacer {
 public:

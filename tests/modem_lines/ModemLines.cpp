@@ -32,14 +32,12 @@ std::string DeviceOf(int handle)
     return {name, length > 0 ? size_t(length) : 0};
 }
 
-void Record(int handle, int before, int after)
+void Record(const timespec &now, int handle, int before, int after)
 {
     static const char *const path = std::getenv("TORDILLO_MODEM_LINES");
     if (!path)
         return;
     static const int file = open(path, O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC, 0644);
-    timespec now{};
-    clock_gettime(CLOCK_MONOTONIC, &now);
     const std::string device = DeviceOf(handle);
     for (const auto &[bit, name] : {std::pair{TIOCM_RTS, "RTS"}, std::pair{TIOCM_DTR, "DTR"}})
         if ((before ^ after) & bit)
@@ -56,6 +54,8 @@ bool IsGone()
 
 int Answer(int handle, unsigned long request, int *bits)
 {
+    timespec now{}; // of the order, not of what this library does with it
+    clock_gettime(CLOCK_MONOTONIC, &now);
     if (IsGone()) {
         errno = EIO;
         return -1;
@@ -72,7 +72,7 @@ int Answer(int handle, unsigned long request, int *bits)
         state &= ~*bits;
     else
         state = *bits & lines;
-    Record(handle, before, state);
+    Record(now, handle, before, state);
     return 0;
 }
 

@@ -4,19 +4,14 @@
 // keyer_line <speed> <seconds>: keys text on a pseudo terminal whose lines are recorded (TORDILLO_MODEM_LINES), with
 // the contest window open, and prints how far the edges came from their computed times, how they drifted, what the
 // processor had to do, how long a stop and a typed key took. Microseconds; one "name value" a line.
+#include "BenchProgram.h"
+
 #include "contest/ContestLogs.h"
-#include "core/Logbook.h"
 #include "core/QsoTable.h"
-#include "core/Scheduler.h"
-#include "keyer/CqCaller.h"
 #include "keyer/CwKeyer.h"
 #include "ui/Form4_Contest.h"
 #include "ui/KeyerPanel.h"
-#include "ui/Program.h"
-#include "ui/RealDialogs.h"
-#include "ui/RealPlayer.h"
 #include "ui/Theme.h"
-#include "ui/Windows.h"
 
 #include <QApplication>
 #include <QComboBox>
@@ -192,20 +187,9 @@ int main(int argc, char **argv)
         || !write(u"config.ini"_qs, "Estacion=LU9ZZZ\r\nLogenUso=Log inicial\r\n"))
         return 2;
 
-    FileSystem files;
-    const SystemClock clock;
-    EventLoopScheduler scheduler;
-    RealDialogs dialogs;
-    Logbook logbook(folder.path(), files, clock);
-    SystemModemPorts modemPorts;
-    SerialLines lines(logbook, modemPorts);
-    RealPlayer player;
-    CqCaller caller(logbook, lines, player, scheduler);
-    Windows windows;
-    Program program{logbook, scheduler, dialogs, windows, lines, MakeThreadPacer, caller,
-        [] { QCoreApplication::processEvents(); }, [](int exitCode) { QCoreApplication::exit(exitCode); },
-        [](const char *) {}, {}, {}, false, false};
-    windows.SetProgram(program);
+    BenchProgram bench(folder.path());
+    Logbook &logbook = bench.logbook;
+    Windows &windows = bench.windows;
     if (!logbook.Store().CreateEmpty() || !CreateContest(logbook.Store(), u"CQ"_qs, SerieType::Incremental))
         return 2;
     QTimer::singleShot(0, &application, [&] {

@@ -4,19 +4,12 @@
 // server of its own and prints the microseconds from the server's answer to the painted window, without the second that
 // an answer is let settle.
 
-#include "core/Logbook.h"
-#include "core/Scheduler.h"
-#include "keyer/CqCaller.h"
-#include "keyer/KeyerPacer.h"
-#include "keyer/SerialLines.h"
+#include "BenchProgram.h"
+
 #include "support/LocalServer.h"
 #include "ui/Form1_Main.h"
 #include "ui/LookupCommands.h"
-#include "ui/Program.h"
-#include "ui/RealDialogs.h"
-#include "ui/RealPlayer.h"
 #include "ui/Theme.h"
-#include "ui/Windows.h"
 
 #include <QApplication>
 #include <QElapsedTimer>
@@ -53,20 +46,9 @@ int main(int argc, char **argv)
     if (argc != 2)
         return 2;
     SetUpLook(application);
-    FileSystem files;
-    const SystemClock clock;
-    EventLoopScheduler scheduler;
-    RealDialogs dialogs;
-    Logbook logbook(QString::fromLocal8Bit(argv[1]), files, clock);
-    SystemModemPorts ports;
-    SerialLines lines(logbook, ports);
-    RealPlayer player;
-    CqCaller caller(logbook, lines, player, scheduler);
-    Windows windows;
-    Program program{logbook, scheduler, dialogs, windows, lines, MakeThreadPacer, caller,
-        [] { QCoreApplication::processEvents(); }, [](int exitCode) { QCoreApplication::exit(exitCode); },
-        [](const char *) {}, {}, {}, false, false};
-    windows.SetProgram(program);
+    BenchProgram bench(QString::fromLocal8Bit(argv[1]));
+    Logbook &logbook = bench.logbook;
+    Windows &windows = bench.windows;
     Watch watch;
     application.installEventFilter(&watch);
     LocalServer server;

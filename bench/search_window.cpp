@@ -4,18 +4,11 @@
 // of a real event loop. Called with a program folder and a log's name it opens the window, waits for the list, clicks
 // on a column title, and prints what it saw: microseconds, bytes a row.
 
-#include "core/Logbook.h"
-#include "core/Scheduler.h"
-#include "keyer/CqCaller.h"
-#include "keyer/KeyerPacer.h"
-#include "keyer/SerialLines.h"
+#include "BenchProgram.h"
+
 #include "ui/Form1_Main.h"
 #include "ui/Form6_Search.h"
-#include "ui/Program.h"
-#include "ui/RealDialogs.h"
-#include "ui/RealPlayer.h"
 #include "ui/Theme.h"
-#include "ui/Windows.h"
 
 #include <QApplication>
 #include <QElapsedTimer>
@@ -113,22 +106,11 @@ int main(int argc, char **argv)
     if (argc != 3)
         return 2;
     SetUpLook(application);
-    FileSystem files;
-    const SystemClock clock;
-    EventLoopScheduler scheduler;
-    RealDialogs dialogs;
-    Logbook logbook(QString::fromLocal8Bit(argv[1]), files, clock);
+    BenchProgram bench(QString::fromLocal8Bit(argv[1]));
+    Logbook &logbook = bench.logbook;
+    Windows &windows = bench.windows;
     logbook.LogInUse = QString::fromLocal8Bit(argv[2]);
-    SystemModemPorts ports;
-    SerialLines lines(logbook, ports);
-    RealPlayer player;
-    CqCaller caller(logbook, lines, player, scheduler);
-    Windows windows;
-    Program program{logbook, scheduler, dialogs, windows, lines, MakeThreadPacer, caller,
-        [] { QCoreApplication::processEvents(); }, [](int exitCode) { QCoreApplication::exit(exitCode); },
-        [](const char *) {}, {}, {}, false, false};
-    windows.SetProgram(program);
     windows.Main().LoadLogPage(1);
-    QTimer::singleShot(settling, &windows.Main(), [&] { Measure(program); });
+    QTimer::singleShot(settling, &windows.Main(), [&] { Measure(bench.program); });
     return QCoreApplication::exec();
 }

@@ -22,6 +22,18 @@ class TestRealLine : public QObject {
         QString line;
         bool on;
     };
+    struct Station {
+        explicit Station(const QString &folder)
+            : logbook(folder, files, clock)
+        {
+        }
+        FileSystem files;
+        FixedClock clock;
+        Logbook logbook;
+        SystemModemPorts ports;
+        SerialLines lines{logbook, ports};
+        EventLoopScheduler scheduler;
+    };
     QList<Change> Recorded() const
     {
         QFile file(folder_.filePath(u"record"_qs));
@@ -49,13 +61,8 @@ private Q_SLOTS:
 
     void KeyedInTime()
     {
-        FileSystem files;
-        const FixedClock clock;
-        const Logbook logbook(folder_.path(), files, clock);
-        SystemModemPorts ports;
-        SerialLines lines(logbook, ports);
-        EventLoopScheduler scheduler;
-        CwKeyer keyer(lines, MakeThreadPacer(), scheduler);
+        Station station(folder_.path());
+        CwKeyer keyer(station.lines, MakeThreadPacer(), station.scheduler);
         QSignalSpy lost(&keyer, &CwKeyer::LineLost);
         QVERIFY(!keyer.Choose(u"COM2"_qs));
         QVERIFY(keyer.Choose(u"COM1"_qs));
@@ -99,14 +106,9 @@ private Q_SLOTS:
     // Going away in the middle of elements, again and again: nothing is driven afterwards.
     void GoingAwayWhileKeying()
     {
-        FileSystem files;
-        const FixedClock clock;
-        const Logbook logbook(folder_.path(), files, clock);
-        SystemModemPorts ports;
-        SerialLines lines(logbook, ports);
-        EventLoopScheduler scheduler;
+        Station station(folder_.path());
         for (int i = 0; i < 50; ++i) {
-            CwKeyer keyer(lines, MakeThreadPacer(), scheduler);
+            CwKeyer keyer(station.lines, MakeThreadPacer(), station.scheduler);
             QVERIFY(keyer.Choose(u"COM1"_qs));
             keyer.Append(u"e"_qs);
             keyer.CwSendPending();
@@ -115,7 +117,11 @@ private Q_SLOTS:
     }
 
     // The keyer went away with its key closed.
-    void LowAtTheEnd() { QVERIFY(!Recorded().last().on); }
+    void LowAtTheEnd()
+    {
+        const QList<Change> changes = Recorded();
+        QVERIFY(!changes.isEmpty() && !changes.last().on);
+    }
 
 private:
     QTemporaryDir folder_;

@@ -23,6 +23,12 @@ if(TORDILLO_SANITIZE)
     add_link_options(-fsanitize=${TORDILLO_SANITIZE})
 endif()
 
+option(TORDILLO_COVERAGE "Count which lines run" OFF)
+if(TORDILLO_COVERAGE)
+    add_compile_options(--coverage -Og -fprofile-update=atomic)
+    add_link_options(--coverage)
+endif()
+
 option(TORDILLO_FUZZ "Fuzz targets too; needs clang" OFF)
 if(TORDILLO_FUZZ)
     add_compile_options(-fsanitize=fuzzer-no-link)

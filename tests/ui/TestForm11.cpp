@@ -65,7 +65,7 @@ private Q_SLOTS:
         InEditor([&] {
             ClickRow("List1", 1);
             QVERIFY(Editing());
-            QCOMPARE(Edited(), u"QO-100|23cm|2m|FM|67.0|1267.100|1"_qs);
+            QCOMPARE(Edited() + Focus(), u"QO-100|23cm|2m|FM|67.0|1267.100|1Text2"_qs);
             Fill("Text5", "1268.000");
             Fill("Text2", "ao-7"); // twice the same name is not looked for here
             Click("Command2");

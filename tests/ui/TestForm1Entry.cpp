@@ -78,14 +78,17 @@ private Q_SLOTS:
         QVERIFY(Find("Frame2")->isVisible());
         // None was ever chosen: the catalogue's last row stands in the labels, but it gives no frequency.
         QCOMPARE(Texts("mhz Text1"), u"3|"_qs);
-        Choose("Combo3", "SO-50");
-        QCOMPARE(Enabled("Combo1 mhz Text1"), u"---"_qs);
-        Click("Command15");
-        QCOMPARE(launcher->opened.join(u'|') + Focus(), u"https://pases.testCorresponsal"_qs);
         const auto stored = [&] {
             const QsoRow row = Rows().last();
             return QStringList{row.Nombre_Sat, row.Modo, row.Frecuencia, row.Banda}.join(u'|');
         };
+        Put("Combo3", "VIEJO-1"); // the catalogue has lost it
+        Contact("CX0AA");
+        QCOMPARE(stored(), u"VIEJO-1|FM|3.|80m"_qs);
+        Choose("Combo3", "SO-50");
+        QCOMPARE(Enabled("Combo1 mhz Text1"), u"---"_qs);
+        Click("Command15");
+        QCOMPARE(launcher->opened.join(u'|') + Focus(), u"https://pases.testCorresponsal"_qs);
         Contact("CX1AA");
         QCOMPARE(stored(), u"SO-50|FM|145.550|2m"_qs);
         Click("Check2");

@@ -166,7 +166,10 @@ QString CutBadGridCharacter(QStringView text)
 
 QString TidyGrid(QStringView text, QStringView before)
 {
-    if (text.size() - before.size() <= 1)
+    const auto changed = std::mismatch(text.begin(), text.end(), before.begin(), before.end());
+    const auto rest = std::mismatch(std::reverse_iterator(text.end()), std::reverse_iterator(changed.first),
+        std::reverse_iterator(before.end()), std::reverse_iterator(changed.second));
+    if (rest.first.base() - changed.first <= 1)
         return CutBadGridCharacter(text);
     QString typed;
     for (const QChar c : text)
@@ -189,15 +192,6 @@ std::optional<QChar> FilterKey(QChar key, KeyFilter filter)
     if (IsDigit(c) || c == u'?' || (letters && IsLetter(c)) || c == SignOf(filter))
         return c;
     return std::nullopt;
-}
-
-QString FilterText(QStringView text, KeyFilter filter)
-{
-    QString passed;
-    for (const QChar key : text)
-        if (const std::optional<QChar> c = FilterKey(key, filter))
-            passed += *c;
-    return passed;
 }
 
 } // namespace EntryRules

@@ -75,8 +75,8 @@ enum class GridOf { OwnStation, Correspondent };
 // looked at; it is cut off when it does not fit.
 QString CutBadGridCharacter(QStringView text);
 
-// A grid after a change: `before` is what the field held. A key is looked at as above; of a text that came in one piece
-// (pasted, dropped) each character is, as if it had been typed.
+// A grid after a change: `before` is what the field held. One character more is a key and looked at as above; when more
+// came in one piece (pasted, dropped) the whole text is taken as if it had been typed anew.
 QString TidyGrid(QStringView text, QStringView before);
 
 // A grid when its field is left: 0 or 6 characters, the correspondent's also 4.
@@ -98,8 +98,5 @@ enum class KeyFilter {
 
 // The character as the field takes it; nothing when it takes none of it.
 std::optional<QChar> FilterKey(QChar key, KeyFilter filter);
-
-// The same for text that is pasted or dropped: what passes, in its order.
-QString FilterText(QStringView text, KeyFilter filter);
 
 } // namespace EntryRules

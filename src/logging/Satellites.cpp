@@ -17,17 +17,13 @@ const QStringList &DefaultSatellites()
     return rows;
 }
 
-QList<SatelliteRow> ReadSatellites(const QStringList &lines, const SkippedSatelliteLine &skipped)
+QList<SatelliteRow> ReadSatellites(const QStringList &lines)
 {
     QList<SatelliteRow> catalogue;
     QString tone, uplinkFrequency;
-    for (qsizetype i = 0; i < lines.size(); ++i) {
-        const QString &line = lines[i];
-        if (line.count(u';') < 4) {
-            if (skipped && !line.isEmpty())
-                skipped(i + 1, line);
+    for (const QString &line : lines) {
+        if (line.count(u';') < 4)
             continue;
-        }
         SatelliteRow row{line.section(u';', 0, 0), line.section(u';', 1, 1), line.section(u';', 2, 2),
             line.section(u';', 3, 3), line.section(u';', 4), {}, {}};
         if (row.rest.contains(u';')) {

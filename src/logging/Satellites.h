@@ -5,7 +5,6 @@
 #include <QList>
 #include <QString>
 #include <QStringList>
-#include <functional>
 #include <optional>
 
 // The satellite catalogue: its rows, what the entry window shows of them, and the frequency that a satellite sets.
@@ -27,10 +26,8 @@ struct SatelliteRow {
     QString uplinkFrequency;
 };
 
-// Reads the lines in order. A line with fewer than four ";" is skipped and handed to `skipped` with its number,
-// counted from 1; an empty one is passed over in silence.
-using SkippedSatelliteLine = std::function<void(qsizetype number, const QString &line)>;
-QList<SatelliteRow> ReadSatellites(const QStringList &lines, const SkippedSatelliteLine &skipped = {});
+// Reads the lines in order. A line with fewer than four ";" is no satellite; the editor shows it all the same.
+QList<SatelliteRow> ReadSatellites(const QStringList &lines);
 
 // The first satellite of that name, exactly as written; null when there is none. Valid as long as the list.
 const SatelliteRow *FindSatellite(const QList<SatelliteRow> &catalogue, QStringView name);

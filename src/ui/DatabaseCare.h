@@ -28,11 +28,10 @@ private:
     bool OfferCopy(const Failure &failure);
 
     void CopyFailed(const Failure &failure);
+    void AuditStep();
 
     Program &program_;
     Form1 &window_;
-    void AuditStep();
-
     SafetyCopies copies_;
     std::unique_ptr<CounterAudit> audit_;
     std::unique_ptr<Scheduler::Timer> auditTimer_;

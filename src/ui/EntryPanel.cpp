@@ -9,6 +9,7 @@
 #include "ui/Choice.h"
 #include "ui/EntryClock.h"
 #include "ui/FieldFilter.h"
+#include "ui/GridField.h"
 #include "ui/Program.h"
 #include "ui/Theme.h"
 #include "ui/Window.h"
@@ -64,7 +65,7 @@ void EntryPanel::AttachFilters()
     FieldFilter::Attach(ui_->Fecha, KeysOf(KeyFilter::Date));
     FieldFilter::Attach(ui_->Hora, KeysOf(KeyFilter::Time));
     FieldFilter::Attach(ui_->Text1, KeysOf(KeyFilter::Digits));
-    FieldFilter::Attach(ui_->Text2, KeysOf(KeyFilter::Grid));
+    KeepGridShape(ui_->Text2);
     for (QLineEdit *field : {ui_->SOTA, ui_->POTA_IN, ui_->MYSOTA, ui_->MY_POTA})
         FieldFilter::Attach(field, {}, LetterCase::Upper);
     Window::ShowFocusOn({ui_->Corresponsal, ui_->Fecha, ui_->Hora, ui_->RSE, ui_->RSR, ui_->mhz, ui_->Text1, ui_->Text2,
@@ -78,7 +79,6 @@ void EntryPanel::Connect()
         if (text.size() == 3 && clock_->Running())
             ui_->Obs->setFocus();
     });
-    connect(ui_->Text2, &QLineEdit::textEdited, this, &EntryPanel::GridChanged);
     connect(ui_->Combo1, &QComboBox::activated, this, &EntryPanel::ModeClicked);
     connect(ui_->mhz, &QComboBox::activated, this, &EntryPanel::MegahertzClicked);
     connect(ui_->Combo2, &QComboBox::activated, this, &EntryPanel::FocusCorresponsal);
@@ -137,9 +137,8 @@ void EntryPanel::RestoreFieldMemory()
     }
     if (memory.band)
         ui_->Label7->setText(*memory.band);
-    if (memory.qtrManual) {
+    if (memory.qtrManual)
         clock_->SetManual(*memory.qtrManual);
-    }
 }
 
 void EntryPanel::RestoreExitMemory()
@@ -334,7 +333,7 @@ void EntryPanel::TickViaSatellite(bool ticked) { ui_->Check2->setChecked(ticked)
 
 void EntryPanel::PutRemarks(const QString &text) { ui_->Obs->setText(text); }
 
-void EntryPanel::PutGrid(const QString &grid) { ui_->Text2->setText(grid_ = grid); }
+void EntryPanel::PutGrid(const QString &grid) { ui_->Text2->setText(grid); }
 
 void EntryPanel::ShowActivity(const QString &text)
 {
@@ -452,14 +451,6 @@ void EntryPanel::ShowBand()
 {
     UpdateBand();
     warnedFrequency_.clear();
-}
-
-void EntryPanel::GridChanged()
-{
-    const QString text = ui_->Text2->text(), good = EntryRules::TidyGrid(text, grid_);
-    if (good != text)
-        ui_->Text2->setText(good);
-    grid_ = good;
 }
 
 void EntryPanel::ModeClicked()

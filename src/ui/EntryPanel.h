@@ -27,7 +27,7 @@ class EntryPanel;
 // | Fecha, Hora            | UTC, or local time with Label11 "LU"  | CheckFecha, CheckHora                 |
 // | RSE, RSR               | reports sent and received             | ValidateReport                        |
 // | mhz, Text1, Label7     | megahertz, kilohertz, band            | BandOfFields                          |
-// | Text2                  | correspondent's grid                  | CutBadGridCharacter, GridLengthAllowed |
+// | Text2                  | correspondent's grid                  | KeepGridShape, GridLengthAllowed      |
 // | Obs                    | remarks                               |                                       |
 // | Combo1                 | mode                                  |                                       |
 // | Combo2                 | list of bands, without effect         |                                       |
@@ -127,7 +127,6 @@ private:
     void ShowCountry();
     void CheckReport(QLineEdit *field);
     void KilohertzLeft();
-    void GridChanged();
     QString UpdateBand();
     void ShowBand();
     void ModeClicked();
@@ -140,7 +139,6 @@ private:
     std::unique_ptr<Ui::EntryPanel> ui_;
     EntryClock *clock_ = nullptr;
     int entryField_ = 1;
-    QString grid_; // the grid before the present change
     QString warnedFrequency_; // the out-of-band value that was told last
     struct Saved {
         QString mode, mhz, khz;

@@ -9,14 +9,20 @@
 #include "ui_Form11_Satellites.h"
 
 #include <QKeyEvent>
+#include <QLayout>
 #include <QScreen>
 
 namespace {
+
+const QString catalogueName = u"satelites.txt"_qs;
 
 std::optional<QChar> FrequencyKey(QChar key)
 {
     return (key >= u'0' && key <= u'9') || key == u'.' ? std::optional(key) : std::nullopt;
 }
+
+// The separator of the catalogue's fields is no part of one.
+std::optional<QChar> FieldKey(QChar key) { return key == u';' ? std::nullopt : std::optional(key); }
 
 // A value that somebody wrote into the file by hand is kept, not replaced by the nearest of ours.
 void ShowValue(QComboBox *list, const QString &value)
@@ -42,6 +48,8 @@ Form11::Form11(Logbook &logbook, Dialogs &dialogs, QWidget *owner, std::function
         modes->addItems(SatelliteEdit::Modes());
     for (QLineEdit *frequency : {ui_->Frec_new, ui_->Text5})
         FieldFilter::Attach(frequency, FrequencyKey);
+    for (QLineEdit *text : {ui_->Text1, ui_->Text4, ui_->Text2, ui_->Text3})
+        FieldFilter::Attach(text, FieldKey);
     ShowFocusOn({ui_->Text1, ui_->Text4, ui_->Frec_new, ui_->Text2, ui_->Text3, ui_->Text5});
     Connect();
     CaptureLayout(this);
@@ -68,8 +76,7 @@ void Form11::Connect()
 
 void Form11::ShowEditor()
 {
-    const auto lines = TextFile::ReadLines(logbook_.Files(), logbook_.PathOf(u"satelites.txt"_qs));
-    FillList(SatelliteEdit::ShownLines(lines.value_or(QStringList())));
+    FillList(StoredLines().value_or(QStringList()));
     CloseEditing();
     for (QLineEdit *field : {ui_->Text1, ui_->Text4, ui_->Frec_new})
         field->clear();
@@ -78,6 +85,11 @@ void Form11::ShowEditor()
     ui_->Combo3->setCurrentText(u"FM"_qs);
     ui_->Text1->setFocus();
     ShowModal();
+}
+
+std::optional<QStringList> Form11::StoredLines() const
+{
+    return TextFile::ReadLines(logbook_.Files(), logbook_.PathOf(catalogueName));
 }
 
 QStringList Form11::Lines() const
@@ -91,13 +103,13 @@ QStringList Form11::Lines() const
 void Form11::FillList(const QStringList &lines)
 {
     ui_->List1->clear();
-    ui_->List1->addItems(lines);
+    ui_->List1->addItems(SatelliteEdit::ShownLines(lines));
 }
 
 bool Form11::WriteLines(const QStringList &lines)
 {
     const Result<void> written =
-        TextFile::WriteLines(logbook_.Files(), logbook_.PathOf(u"satelites.txt"_qs), lines, FileSystem::Sync::Yes);
+        TextFile::WriteLines(logbook_.Files(), logbook_.PathOf(catalogueName), lines, FileSystem::Sync::Yes);
     if (!written)
         dialogs().Message(this, written.failure().text, Dialogs::Icon::Critical);
     else
@@ -123,7 +135,8 @@ void Form11::Add()
             GiveFocusTo(ui_->Frec_new);
         return;
     }
-    const QStringList lines = Lines() << SatelliteEdit::Line(fields);
+    // Behind what the file holds: the rows above stay as they are, also where the list shows a blank more.
+    const QStringList lines = StoredLines().value_or(Lines()) << SatelliteEdit::Line(fields);
     if (!WriteLines(lines))
         return;
     FillList(lines);
@@ -143,7 +156,9 @@ void Form11::EditLine(int row)
     ui_->Text3->setText(fields.tone);
     ui_->Text5->setMaxLength(SatelliteEdit::FrequencyLength(fields.uplinkBand));
     ui_->Text5->setText(fields.frequency);
-    ui_->Frame3->setEnabled(true);
+    ui_->Frame3->show();
+    layout()->activate();
+    ui_->List1->scrollToItem(ui_->List1->item(row)); // the list has less room now
     ui_->Text2->setFocus();
 }
 
@@ -185,7 +200,7 @@ void Form11::CloseEditing()
 {
     for (QLineEdit *field : {ui_->Text2, ui_->Text3, ui_->Text5})
         field->clear();
-    ui_->Frame3->setEnabled(false);
+    ui_->Frame3->hide();
 }
 
 void Form11::FieldLeft(QWidget *field)
@@ -198,6 +213,8 @@ void Form11::FieldLeft(QWidget *field)
     if (!message.isEmpty())
         QueueFieldMessage(field, message);
 }
+
+QWidget *Form11::FocusFallback() const { return ui_->List1; }
 
 bool Form11::PreviewKey(QKeyEvent *event)
 {

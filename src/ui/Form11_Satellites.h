@@ -21,7 +21,8 @@ class Form11;
 // |------------------------------------------------|-----------------------------------------------|
 // | Text1, Combo1, Combo2, Combo3, Text4, Frec_new | a new satellite (RefuseAdding)                |
 // | List1                                          | the lines of the catalogue                    |
-// | Frame3, Text2, Combo8, 7, 6, Text3, Text5      | the line that was clicked, Label2 its number  |
+// | Frame3, Text2, Combo8, 7, 6, Text3, Text5      | the line that was clicked, Label2 its number; |
+// |                                                | hidden until there is one                     |
 class Form11 : public Window {
     Q_OBJECT
 
@@ -36,10 +37,12 @@ public:
 protected:
     bool PreviewKey(QKeyEvent *event) override;
     void FieldLeft(QWidget *field) override;
+    QWidget *FocusFallback() const override;
 
 private:
     void Connect();
-    QStringList Lines() const;
+    std::optional<QStringList> StoredLines() const;
+    QStringList Lines() const; // as the list shows them
     bool WriteLines(const QStringList &lines);
     void FillList(const QStringList &lines);
     void Add();

@@ -5,8 +5,8 @@
 #include "core/Services.h"
 #include "online/WebText.h"
 #include "stats/LdaMember.h"
-#include "ui/Launcher.h"
 #include "ui/Program.h"
+#include "ui/ServicePage.h"
 #include "ui/WindowScaler.h"
 #include "ui_Form14_Provinces.h"
 
@@ -14,7 +14,6 @@
 #include <QKeyEvent>
 #include <QScreen>
 #include <QStyledItemDelegate>
-#include <QUrl>
 
 namespace {
 
@@ -210,12 +209,7 @@ void Form14::StopAsking()
     ui_->Command1->setEnabled(true);
 }
 
-void Form14::OpenSite()
-{
-    const QString address = ServiceAddress(program_.logbook, Service::LdaSite);
-    if (!program_.launcher->Open(QUrl(address)))
-        dialogs().Message(this, u"No se pudo abrir el navegador con:\n"_qs + address);
-}
+void Form14::OpenSite() { OpenServicePage(program_, this, Service::LdaSite); }
 
 bool Form14::PreviewKey(QKeyEvent *event)
 {

@@ -9,6 +9,7 @@
 #include "ui/CallerView.h"
 #include "ui/FieldFilter.h"
 #include "ui/Form1_Main.h"
+#include "ui/GridField.h"
 #include "ui/KeyerTest.h"
 #include "ui/Program.h"
 #include "ui/Theme.h"
@@ -71,7 +72,7 @@ Form2::Form2(Program &program, QWidget *owner)
     filter(ui_->Text1, KeyFilter::Callsign);
     filter(ui_->Text2, KeyFilter::Callsign);
     filter(ui_->Text3, KeyFilter::UtcOffset);
-    filter(ui_->Text4, KeyFilter::Grid);
+    KeepGridShape(ui_->Text4);
     for (const TextSetting &setting : texts)
         ShowFocusOn({ui_.get()->*setting.field});
     Bind();
@@ -100,7 +101,6 @@ void Form2::Bind()
                 if (!showing_)
                     configuration.*setting.value = text;
             });
-    connect(ui_->Text4, &QLineEdit::textEdited, this, &Form2::GridChanged);
     connect(ui_->Check1, &QCheckBox::toggled, this, [&configuration](bool on) { configuration.BuscaE = on; });
     connect(ui_->panta, &QCheckBox::clicked, this, [this, &configuration](bool on) {
         configuration.Pantalla = on;
@@ -268,13 +268,6 @@ void Form2::FieldLeft(QWidget *field)
     if (field == ui_->Text4
         && !EntryRules::GridLengthAllowed(ui_->Text4->text().size(), EntryRules::GridOf::OwnStation))
         QueueFieldMessage(field, EntryRules::BadGridMessage());
-}
-
-void Form2::GridChanged()
-{
-    const QString text = ui_->Text4->text(), good = EntryRules::CutBadGridCharacter(text);
-    if (good != text)
-        ui_->Text4->setText(good);
 }
 
 bool Form2::FieldsAreGood()

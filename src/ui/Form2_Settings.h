@@ -21,7 +21,7 @@ class Form2;
 // |-----------------------------|-------------------------------------------|--------------------------------|
 // | Text1, Text2                | station, operator                         | KeyFilter::Callsign, IsCallsignShape |
 // | Text3                       | offset from UTC in hours                  | KeyFilter::UtcOffset           |
-// | Text4                       | own grid                                  | CutBadGridCharacter, GridLengthAllowed |
+// | Text4                       | own grid                                  | KeepGridShape, GridLengthAllowed |
 // | Check1, panta               | country while typing, dark                |                                |
 // | user_lda, pass_lda          | LdA account                               |                                |
 // | Command4, ProgressBar1, Label3 | tests it (AccountCheck)                |                                |
@@ -69,7 +69,6 @@ private:
     void Cancel();
     void SaveAndHide();
     void ChooseAudio();
-    void GridChanged();
 
     Program &program_;
     std::unique_ptr<Ui::Form2> ui_;

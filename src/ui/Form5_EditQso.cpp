@@ -9,6 +9,7 @@
 #include "ui/FieldFilter.h"
 #include "ui/Form1_Main.h"
 #include "ui/Form6_Search.h"
+#include "ui/GridField.h"
 #include "ui/LookupCommands.h"
 #include "ui/Program.h"
 #include "ui/QslHandOff.h"
@@ -55,8 +56,8 @@ void Form5::AttachFilters()
     filter(ui_->Text4, KeyFilter::Date);
     filter(ui_->Text5, KeyFilter::Time);
     filter(ui_->Text9, KeyFilter::Digits);
-    filter(ui_->Text10, KeyFilter::Grid);
-    filter(ui_->Text11, KeyFilter::Grid);
+    for (QLineEdit *grid : {ui_->Text10, ui_->Text11})
+        KeepGridShape(grid);
     for (QLineEdit *reference : {ui_->SOTA, ui_->POTA, ui_->MYSOTA, ui_->IOTA})
         FieldFilter::Attach(reference, {}, LetterCase::Upper);
     for (auto *field : findChildren<QLineEdit *>())
@@ -66,11 +67,6 @@ void Form5::AttachFilters()
 
 void Form5::Connect()
 {
-    for (QLineEdit *grid : {ui_->Text10, ui_->Text11})
-        connect(grid, &QLineEdit::textEdited, this, [grid](const QString &text) {
-            if (const QString good = EntryRules::CutBadGridCharacter(text); good != text)
-                grid->setText(good);
-        });
     for (QLineEdit *reference : {ui_->SOTA, ui_->POTA, ui_->MYSOTA, ui_->IOTA})
         connect(reference, &QLineEdit::textChanged, this, &Form5::ShowReferenceMarks);
     connect(ui_->Check1, &QCheckBox::toggled, this, [this](bool on) {

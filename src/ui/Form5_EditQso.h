@@ -25,7 +25,7 @@ class Form5;
 // | Text8                    | Obs                           |                                      |
 // | mhz, Text9, Label11      | Frecuencia, Banda             | BandOfFields of the edit window      |
 // | Combo2                   | Modo                          |                                      |
-// | Text10, Text11           | MiGrid, SuGrid                | CutBadGridCharacter, GridLengthAllowed |
+// | Text10, Text11           | MiGrid, SuGrid                | KeepGridShape, GridLengthAllowed     |
 // | Text12, Check1           | Nombre_Sat                    | RefuseSave                           |
 // | SOTA, POTA, MYSOTA, IOTA | the columns of the same name  | upper case                           |
 // | subidoALda, ConfALda     | LdA                           | read only                            |

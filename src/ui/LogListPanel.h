@@ -33,8 +33,7 @@ public:
 
     // Shows the page of the open log that begins with this row. A failure is signalled, and the old page stays.
     void LoadLogPage(qint64 firstRow);
-    // The page that is shown, read again.
-    // The page before, when nothing is left on it.
+    // The page that is shown, read again; the page before, when nothing is left on it.
     void ReloadPage();
     qint64 QsoCountShown() const { return count_; }
 

@@ -6,6 +6,7 @@
 #include "core/TextFile.h"
 #include "ui/Choice.h"
 #include "ui/Program.h"
+#include "ui/ServicePage.h"
 #include "ui/Window.h"
 #include "ui_SatellitePanel.h"
 
@@ -47,6 +48,7 @@ SatellitePanel::SatellitePanel(Program &program, QWidget *parent)
         static_cast<void>(SaveSatelliteMemory(program_.logbook, name));
         Q_EMIT SatelliteClicked();
     });
+    connect(ui_->Command15, &QPushButton::clicked, this, [this] { OpenServicePage(program_, this, Service::Passes); });
 }
 
 SatellitePanel::~SatellitePanel() = default;
@@ -112,7 +114,8 @@ bool SatellitePanel::IsActive() const { return !ui_->Frame2->isHidden(); }
 
 QString SatellitePanel::Satellite() const { return ui_->Combo3->currentText(); }
 
-QString SatellitePanel::Mode() const { return ui_->Modo->text().remove(u"Modo: "_qs); }
+// Until a satellite of the catalogue is chosen no blank stands behind the word.
+QString SatellitePanel::Mode() const { return ui_->Modo->text().remove(u"Modo:"_qs).trimmed(); }
 
 UplinkFrequency SatellitePanel::Uplink() const { return ApplyUplink(ui_->Subida->text()); }
 

@@ -21,7 +21,7 @@ class SatellitePanel;
 // | Frame2                         | all of it; shown while a contact goes via satellite |
 // | Combo3                         | name of the satellite                               |
 // | Subida, Bajada, Modo, Subtono  | its bands, uplink frequency, mode and tone          |
-// | Command15                      | the page of the next passes                         |
+// | Command15                      | opens the page of the next passes in the browser    |
 class SatellitePanel : public QWidget {
     Q_OBJECT
 

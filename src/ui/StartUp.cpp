@@ -61,9 +61,17 @@ StartUp::~StartUp() = default;
 
 bool StartUp::Load()
 {
-    LoadTrace trace(program_.logbook);
     program_.LoadingMainWindow = true;
     program_.FirstRun = false;
+    FillWindow();
+    LoadPrefixTable();
+    program_.LoadingMainWindow = false;
+    return care_.Probe();
+}
+
+void StartUp::FillWindow()
+{
+    LoadTrace trace(program_.logbook);
     entry_.FillLists();
     trace.Mark("2");
     entry_.RestoreFieldMemory();
@@ -74,9 +82,6 @@ bool StartUp::Load()
     entry_.RestoreExitMemory();
     program_.master = LoadMasterFile(program_.logbook.Files(), program_.logbook.PathOf(u"master.txt"_qs));
     trace.Mark("4");
-    LoadPrefixTable();
-    program_.LoadingMainWindow = false;
-    return care_.Probe();
 }
 
 void StartUp::LoadPrefixTable()

@@ -38,6 +38,8 @@ public:
 
 private:
     void SecondHalf();
+    // Lists and small files; debug.txt tells how far it came.
+    void FillWindow();
     void LoadPrefixTable();
 
     Program &program_;

@@ -131,7 +131,9 @@ private Q_SLOTS:
         for (const auto &[typed, kept] : rows)
             QCOMPARE(CutBadGridCharacter(QString::fromLatin1(typed)), QString::fromLatin1(kept));
         QCOMPARE(TidyGrid(u"1G", u""), u"G"_qs); // pasted: each character in its turn
+        QCOMPARE(TidyGrid(u"99999A", u"GF05AB"), u"A"_qs); // over all that was there
         QCOMPARE(TidyGrid(u"11", u"1"), u"1"_qs); // typed: only the last one is looked at
+        QCOMPARE(TidyGrid(u"gf05a", u"gf05ab"), u"gf05"_qs); // and taken away
         for (int length = 0; length < 9; ++length) {
             QCOMPARE(GridLengthAllowed(length, GridOf::OwnStation), length == 0 || length == 6);
             QCOMPARE(GridLengthAllowed(length, GridOf::Correspondent), length == 0 || length == 4 || length == 6);
@@ -141,9 +143,15 @@ private Q_SLOTS:
     void KeysThatAFieldTakes()
     {
         const QString typed = u"lu1-ñB/c:2?*Ñı +"_qs;
-        QCOMPARE(FilterText(typed, KeyFilter::Callsign), u"LU1B/C2?"_qs);
-        QCOMPARE(FilterText(typed, KeyFilter::Date), u"1/2?"_qs);
-        QCOMPARE(FilterText(typed, KeyFilter::UtcOffset), u"1-2?"_qs);
+        const std::pair<KeyFilter, QString> filters[] = {
+            {KeyFilter::Callsign, u"LU1B/C2?"_qs}, {KeyFilter::Date, u"1/2?"_qs}, {KeyFilter::UtcOffset, u"1-2?"_qs}};
+        for (const auto &[filter, kept] : filters) {
+            QString passed;
+            for (const QChar key : typed)
+                if (const auto c = FilterKey(key, filter))
+                    passed += *c;
+            QCOMPARE(passed, kept);
+        }
         QCOMPARE(FilterKey(u'٣', KeyFilter::Digits), std::nullopt);
     }
 };

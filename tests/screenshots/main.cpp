@@ -306,6 +306,12 @@ void TakeAll(Program &program, const std::function<QString(const char *)> &path)
         program.windows.OpenLog(), path("Form3"), [&] { static_cast<void>(program.windows.OpenLog().Choose(*logs)); });
     TakeModal(program.windows.About(), path("Form10"), [&] { program.windows.About().ShowModal(); });
     Form11 &form11 = program.windows.Satellites([] {});
+    TakeModal(form11, path("Form11_cerrado"), [&] { form11.ShowEditor(); });
+    QTimer::singleShot(100, &form11, [&] {
+        auto *list = form11.findChild<QListWidget *>();
+        list->setCurrentRow(11);
+        Q_EMIT list->itemClicked(list->currentItem());
+    });
     TakeModal(form11, path("Form11"), [&] { form11.ShowEditor(); });
     TakeModal(program.windows.Profiles(), path("Form16"), [&] { program.windows.Profiles().ShowProfiles(); });
     TakeModal(program.windows.AdifImport(), path("Form12"), [&] { program.windows.AdifImport().ShowImport(); });

@@ -2,7 +2,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Desk.h"
 
+#include <QApplication>
 #include <QCheckBox>
+#include <QClipboard>
 #include <QPushButton>
 
 // The operator at the main window: from the keys to the stored row.
@@ -68,6 +70,7 @@ private Q_SLOTS:
 
     void TheSatelliteDictatesModeAndFrequencyUntilItIsLeft()
     {
+        Write("servicios.ini", "[servicios]\r\npases=https://pases.test\r\n");
         Begin();
         Fill("Text1", "710");
         QVERIFY(!Find("Frame2")->isVisible());
@@ -75,12 +78,17 @@ private Q_SLOTS:
         QVERIFY(Find("Frame2")->isVisible());
         // None was ever chosen: the catalogue's last row stands in the labels, but it gives no frequency.
         QCOMPARE(Texts("mhz Text1"), u"3|"_qs);
-        Choose("Combo3", "SO-50");
-        QCOMPARE(Enabled("Combo1 mhz Text1"), u"---"_qs);
         const auto stored = [&] {
             const QsoRow row = Rows().last();
             return QStringList{row.Nombre_Sat, row.Modo, row.Frecuencia, row.Banda}.join(u'|');
         };
+        Put("Combo3", "VIEJO-1"); // the catalogue has lost it
+        Contact("CX0AA");
+        QCOMPARE(stored(), u"VIEJO-1|FM|3.|80m"_qs);
+        Choose("Combo3", "SO-50");
+        QCOMPARE(Enabled("Combo1 mhz Text1"), u"---"_qs);
+        Click("Command15");
+        QCOMPARE(launcher->opened.join(u'|') + Focus(), u"https://pases.testCorresponsal"_qs);
         Contact("CX1AA");
         QCOMPARE(stored(), u"SO-50|FM|145.550|2m"_qs);
         Click("Check2");
@@ -261,6 +269,17 @@ private Q_SLOTS:
             Fill("Corresponsal", call);
             QCOMPARE(Text("Label18"), country);
         }
+    }
+
+    void AGridInOnePieceIsLookedAtCharacterByCharacter()
+    {
+        Begin();
+        Fill("Text2", "GF05AB");
+        Contact("CX1AA"); // empties it
+        QApplication::clipboard()->setText(u"99999A"_qs);
+        Find("Text2")->setFocus();
+        Press(Qt::Key_V, Qt::ControlModifier);
+        QCOMPARE(Text("Text2"), u"A"_qs);
     }
 
     void CtrlWWipesCallAndGridOnly()

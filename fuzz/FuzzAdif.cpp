@@ -1,24 +1,14 @@
 // SPDX-FileCopyrightText: 2026 The Tordillo Compact authors
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "Fuzzing.h"
 #include "core/Conversions.h"
 #include "interchange/AdifRecord.h"
 #include "interchange/AdifWriter.h"
 #include "interchange/Reading.h"
 
-#include <cstdio>
-#include <cstdlib>
-
 // Any bytes at all are read as an ADIF file; what comes out must hold what the headers promise.
 
 namespace {
-
-void Require(bool holds, const char *what)
-{
-    if (holds)
-        return;
-    std::fprintf(stderr, "broken promise: %s\n", what);
-    std::abort();
-}
 
 // Whether a text comes back from a file as it was written: other encodings and signs of structure may not.
 bool IsPlain(const QString &text)
@@ -68,7 +58,7 @@ void CheckRecord(const QByteArray &record)
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 {
     MemoryFiles files;
-    files.content[chosenPath] = QByteArray(reinterpret_cast<const char *>(data), qsizetype(size));
+    files.content[chosenPath] = BytesOf(data, size);
     const AdifImport::Settings settings{false, size % 3 ? QString() : u"LU1ZZ"_qs, size % 5 == 0, size % 7 == 0};
     const Reading reading = ReadAdif(files, settings);
     Require(!reading.failure, "readable files are read");

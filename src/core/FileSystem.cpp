@@ -53,10 +53,10 @@ Result<QByteArray> FileSystem::ReadWhole(const QString &path, qint64 limit) cons
     const auto device = OpenForReading(path);
     if (!device)
         return Failure{u"No se puede leer el archivo\n%1"_qs.arg(path), Failure::Kind::Missing};
-    QByteArray content = device->read(limit + 1);
-    if (content.size() > limit)
+    // The limit itself is not asked for: each small file would be given the memory of the largest.
+    if (device->size() > limit)
         return Failure{u"El archivo\n%1\nes demasiado grande."_qs.arg(path), Failure::Kind::Damaged};
-    return content;
+    return device->readAll();
 }
 
 Result<void> FileSystem::Replace(const QString &path, const QByteArray &content, Sync sync)

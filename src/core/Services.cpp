@@ -35,11 +35,9 @@ QString ServiceAddress(const Logbook &logbook, Service service)
         if (entry.service != service)
             continue;
         QString address = file.Value(QString::fromUtf16(entry.key));
-        if (address.isEmpty())
-            address = QString::fromUtf16(entry.preset);
         while (address.endsWith(u'/'))
-            address.chop(1);
-        return address;
+            address = address.chopped(1).trimmed();
+        return address.isEmpty() ? QString::fromUtf16(entry.preset) : address;
     }
     return {};
 }

@@ -4,6 +4,8 @@
 
 #include "core/CodePage.h"
 
+#include <algorithm>
+
 LineReader::LineReader(QIODevice &device)
     : device_(device)
 {
@@ -11,7 +13,8 @@ LineReader::LineReader(QIODevice &device)
 
 bool LineReader::Fill()
 {
-    chunk_ = device_.read(64 * 1024);
+    constexpr qint64 largest = 64 * 1024; // most files are far smaller
+    chunk_ = device_.read(std::clamp<qint64>(device_.bytesAvailable(), 1, largest));
     position_ = 0;
     return !chunk_.isEmpty();
 }

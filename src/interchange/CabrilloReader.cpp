@@ -13,6 +13,7 @@ namespace {
 
 constexpr qsizetype longestShortLine = 100;
 constexpr qsizetype longestWord = 100;
+constexpr int firstYear = 100; // below it no text with signs is a date either
 constexpr QStringView qsoMark = u"QSO:";
 
 // The pieces between line ends, CR or CR LF.
@@ -43,7 +44,7 @@ QString StoredDate(const QString &word)
 {
     // "yyyymmdd" first: without signs the digits could be mistaken for another order.
     auto date = QDate::fromString(word, u"yyyyMMdd");
-    if (!date.isValid())
+    if (!date.isValid() || date.year() < firstYear)
         date = Conversions::ParseDate(word).value_or(QDate());
     return date.isValid() ? date.toString(u"yyyyMMdd") : QString();
 }

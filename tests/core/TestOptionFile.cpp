@@ -24,9 +24,11 @@ private Q_SLOTS:
     }
     void ServicesArePointedElsewhere()
     {
-        Put(u"servicios.ini"_qs, "[servicios]\nlda=http://127.0.0.1:80//\neqsl=\nlda_predeterminada=http://mia\n");
+        Put(u"servicios.ini"_qs,
+            "[servicios]\nlda=http://127.0.0.1:80//\neqsl=\nweb=//\nlda_predeterminada=http://mia\n");
         QCOMPARE(ServiceAddress(*logbook_, Service::Lda), u"http://127.0.0.1:80"_qs);
         QCOMPARE(ServiceAddress(*logbook_, Service::Eqsl), u"https://www.eqsl.cc"_qs);
+        QCOMPARE(ServiceAddress(*logbook_, Service::Web), u"https://tordillo.example"_qs); // nothing but slashes
         QCOMPARE(ServiceAddress(*logbook_, Service::LdaSecure2), u"https://segura2.lda.example"_qs);
         LoadConfig(*logbook_);
         QCOMPARE(logbook_->configuration.LDAQ_web, u"http://mia"_qs);

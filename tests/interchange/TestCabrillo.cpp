@@ -169,23 +169,25 @@ private Q_SLOTS:
                                     u"QSO: 14074 RY 2024-03-09 12:04 XX1AA 1 XX2BB d'or"_qs,
                                     u"QSO: 7030.5 PH 2024/03/09 1205 XX1AA 1 XX2BB 2"_qs,
                                     u"QSO: 70000 SSB 20240309 1206 XX1AA 1 XX2BB 2 X"_qs,
+                                    u"QSO: 70000 SSB 00240309 1206 XX1AA 1 XX2BB 2"_qs,
                                     u"X-QSO: 3500 FM 2024-13-09 2561 XX1AA 1 XX2BB 2"_qs},
             &reports);
         QVERIFY(!taken.stop);
-        QCOMPARE(taken.qsoLines, 5);
+        QCOMPARE(taken.qsoLines, 6);
         QCOMPARE(ShownOf(taken),
             (QStringList{u"DG  XX1AA XX2BB 20240309 1203 1 2"_qs, u"DG 20m XX1AA XX2BB 20240309 1204 1 D'OR"_qs,
                 u"SSB 20m XX1AA XX2BB 20240309 1205 1 2"_qs, u"SSB 20m XX1AA XX2BB 20240309 1206 1 2"_qs,
-                u"DG 80m XX1AA XX2BB   1 2"_qs}));
+                u"SSB 20m XX1AA XX2BB  1206 1 2"_qs, u"DG 80m XX1AA XX2BB   1 2"_qs}));
         QCOMPARE(reports,
             (QStringList{u"2: La frecuencia 50313 no dice la banda: queda sin banda"_qs,
                 u"4: La frecuencia 7030.5 no dice la banda: se tomó la anterior, 20m"_qs,
                 u"5: La frecuencia 70000 no dice la banda: se tomó la anterior, 20m"_qs,
-                u"5: La línea tiene 9 palabras: lo que sobra no se tomó"_qs, u"6: 2024-13-09 no es una fecha"_qs,
-                u"6: 2561 no es una hora"_qs}));
+                u"5: La línea tiene 9 palabras: lo que sobra no se tomó"_qs,
+                u"6: La frecuencia 70000 no dice la banda: se tomó la anterior, 20m"_qs,
+                u"6: 00240309 no es una fecha"_qs, u"7: 2024-13-09 no es una fecha"_qs, u"7: 2561 no es una hora"_qs}));
         // The test of repeats goes by the file's own date, so that a damaged one is not added again and again.
         QCOMPARE(taken.contacts.last().date, u"20241309"_qs);
-        QCOMPARE(taken.contacts.last().line, 6);
+        QCOMPARE(taken.contacts.last().line, 7);
         const QsoRow &row = taken.contacts.first().row;
         QCOMPARE(row.NombreLog + row.LdA + row.Nombre_Sat, u"CQWWCQWWIncremental"_qs);
     }

@@ -10,7 +10,7 @@
 
 namespace {
 
-// Heights told in twips, 15 a pixel.
+// In twips, 15 a pixel.
 constexpr int qrzHeight = 5910 / 15, ldaHeight = 8000 / 15, ldaFromEditHeight = 5800 / 15;
 constexpr int drawnWidth = 520;
 
@@ -56,9 +56,9 @@ void Form33::ShowResult(QWidget &owner, const LookupResult &result, bool forEntr
         button->setEnabled(true);
     ui_->Frame1->setVisible(taken);
     ui_->Frame2->setVisible(taken);
-    const int told = !lda ? qrzHeight : forEntry ? ldaHeight : ldaFromEditHeight;
+    const int height = !lda ? qrzHeight : forEntry ? ldaHeight : ldaFromEditHeight;
     const double scale = ScaleOf(this);
-    resize(qRound(drawnWidth * scale), qRound(told * scale));
+    resize(qRound(drawnWidth * scale), qRound(height * scale));
     ui_->Text1->setFocus();
     ShowModal();
 }

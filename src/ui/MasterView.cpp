@@ -12,7 +12,7 @@
 
 namespace {
 
-// Blue and red as told, and lighter ones that read on the dark ground.
+// On the dark ground lighter ones, that can be read there.
 QColor SameColour() { return CurrentTheme() == Theme::Dark ? QColor(0x90B8FF) : QColor(0x0000FF); }
 QColor DifferentColour() { return CurrentTheme() == Theme::Dark ? QColor(0xFF9090) : QColor(0xFF0000); }
 

@@ -23,7 +23,10 @@ Form33::Form33(Dialogs &dialogs, QWidget *owner)
     , ui_(std::make_unique<Ui::Form33>())
 {
     ui_->setupUi(this);
-    resize(drawnWidth, ldaHeight);
+    // The scale is reckoned from the lowest of the heights: else to show that one would shrink all that is in it.
+    for (QWidget *frame : {ui_->Frame1, ui_->Frame2})
+        frame->hide();
+    resize(drawnWidth, ldaFromEditHeight);
     // Each button works once a showing.
     const auto once = [this](QPushButton *button, QLabel *label, void (Form33::*chosen)(const QString &)) {
         connect(button, &QPushButton::clicked, this, [this, button, label, chosen] {

@@ -43,6 +43,25 @@ constexpr Needed neededFields[] = {
     {&ContestFields::rsr, u"", ContestFocus::Rsr},
 };
 
+// The filter of the general log that takes the same characters, and "?" besides.
+EntryRules::KeyFilter SimilarTo(ContestFilter filter)
+{
+    using EntryRules::KeyFilter;
+    switch (filter) {
+    case ContestFilter::OwnCall:
+        return KeyFilter::Callsign;
+    case ContestFilter::Date:
+        return KeyFilter::Date;
+    case ContestFilter::Time:
+        return KeyFilter::Time;
+    case ContestFilter::Digits:
+        return KeyFilter::Digits;
+    case ContestFilter::SerieText:
+        break;
+    }
+    return KeyFilter::Grid;
+}
+
 // The general log's check with its message set wider.
 EntryRules::FieldCheck Widened(EntryRules::FieldCheck check)
 {
@@ -123,19 +142,14 @@ std::optional<QString> ContestBandOfMegahertz(QStringView megahertz)
 
 ContestFilter SentSerieFilter(QStringView type)
 {
-    return type == SerieType::Incremental ? ContestFilter::SerieDigits : ContestFilter::SerieText;
+    return type == SerieType::Incremental ? ContestFilter::Digits : ContestFilter::SerieText;
 }
 
 std::optional<QChar> FilterContestKey(QChar key, ContestFilter filter)
 {
-    using EntryRules::KeyFilter;
-    // The filters of the general log let the doubtful "?" through, which has no place here.
     if (key == u'?')
         return std::nullopt;
-    const KeyFilter similar = filter == ContestFilter::OwnCall ? KeyFilter::Callsign
-        : filter == ContestFilter::SerieDigits                 ? KeyFilter::Digits
-                                                               : KeyFilter::Grid;
-    return EntryRules::FilterKey(key, similar);
+    return EntryRules::FilterKey(key, SimilarTo(filter));
 }
 
 QString FilterContestText(QStringView text, ContestFilter filter)

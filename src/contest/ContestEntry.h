@@ -73,11 +73,14 @@ QString OwnCallWarning(QStringView call, QStringView ownCall);
 // What Label6 shows for an entry of the megahertz list; nothing for one that leaves it as it is.
 std::optional<QString> ContestBandOfMegahertz(QStringView megahertz);
 
-// --- Keys. Date and time, call and kilohertz take what EntryRules::KeyFilter says.
+// --- Keys. The call worked takes what EntryRules::KeyFilter::Callsign says, the doubtful "?" included; it has no place
+// in the other fields.
 
 enum class ContestFilter {
     OwnCall, // letters, digits, "/"; small letters made capital
-    SerieDigits, // the serial sent of an "Incremental" contest
+    Date, // digits, "/"
+    Time, // digits, ":"
+    Digits, // kilohertz, and the serial sent of an "Incremental" contest
     SerieText, // letters and digits: other serials sent, and every serial received
 };
 

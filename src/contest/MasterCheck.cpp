@@ -7,6 +7,7 @@
 
 #include <QSet>
 #include <algorithm>
+#include <iterator>
 
 namespace {
 
@@ -223,16 +224,18 @@ QString MasterCheckCaption(qsizetype count) { return u"MasterCheck ("_qs + QStri
 Result<MasterBuild> BuildMasterList(
     FileSystem &files, const QString &newPath, const QStringList &calls, const QString &outputPath)
 {
-    const MasterCheck fresh = LoadMasterFile(files, newPath);
     const QSet<QString> known(calls.begin(), calls.end());
-    QStringList merged = calls;
-    for (const QString &call : fresh.Calls())
-        if (!known.contains(call))
-            merged << call;
+    QStringList fresh, merged = calls;
+    for (const QString &line : TextFile::ReadLines(files, newPath).value_or(QStringList()))
+        for (const QString &entry : line.toUpper().split(u'\n'))
+            if (const QString call = entry.trimmed(); !call.isEmpty())
+                fresh << call;
+    std::copy_if(fresh.begin(), fresh.end(), std::back_inserter(merged),
+        [&known](const QString &call) { return !known.contains(call); });
     const Result<void> written = TextFile::WriteLines(files, outputPath, merged, FileSystem::Sync::No);
     if (!written)
         return written.failure();
-    return MasterBuild{fresh.Calls().size(), calls.size(), merged.size() - calls.size(), merged.size()};
+    return MasterBuild{fresh.size(), calls.size(), merged.size() - calls.size(), merged.size()};
 }
 
 QStringList MasterBuildTexts(const MasterBuild &build)

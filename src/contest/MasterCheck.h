@@ -84,8 +84,8 @@ std::optional<QDate> MasterDateOf(QStringView line);
 // "MasterCheck (<count>)".
 QString MasterCheckCaption(qsizetype count);
 
-// Makes a list: the calls of `calls` with those of datos6.txt (one a line, empty lines passed over) that are not among
-// them behind, written to master_hoy.txt, one a line.
+// Makes a list: the calls of `calls`, and behind them the lines of datos6.txt that are not among them, written to
+// master_hoy.txt, one a line. Empty lines of datos6.txt are passed over; one that holds a date is taken like any other.
 struct MasterBuild {
     qsizetype fresh = 0; // in datos6.txt
     qsizetype current = 0; // in `calls`

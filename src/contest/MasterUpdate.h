@@ -25,5 +25,5 @@ struct MasterUpdate {
 Result<MasterUpdate> TakeMasterList(
     FileSystem &files, const QString &folder, std::optional<QDate> present, const QString &text);
 
-// The same question without doing it: what the operator is asked when the fetched list is newer, else empty.
+// What the operator is asked where the fetched list is newer than the present one; else empty.
 QString MasterUpdateOffer(std::optional<QDate> present, const QString &text);

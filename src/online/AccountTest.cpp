@@ -10,7 +10,10 @@ QString AccountTest::Address(const Account &account)
         + WebText::PercentEncode(account.password) + u"&micall=" + account.call;
 }
 
-QString AccountTest::Asking(const Account &account) { return u"user="_qs + account.user + u"\nmicall=" + account.call; }
+QString AccountTest::Asking(const Account &account)
+{
+    return u"user="_qs + account.user + u"\nmicall=" + account.call + u'\n';
+}
 
 AccountTest::Verdict AccountTest::Judge(const Account &account, const WebReply &reply)
 {

@@ -42,11 +42,10 @@ void ListUpload::Cancel()
 
 QString ListUpload::NextAddress(const QStringList &row)
 {
-    const QString band = band_.Of(row.value(4));
     if (target_ == Target::Lda)
-        return UploadRules::LdaAddress(account_, row, band, remarksAsQslMessage_);
+        return UploadRules::LdaAddress(account_, row, band_.OfLda(row), remarksAsQslMessage_);
     const QString address =
-        UploadRules::EqslAddress(account_, UploadRules::EqslDocument(row, band, remarksAsQslMessage_));
+        UploadRules::EqslAddress(account_, UploadRules::EqslDocument(row, band_.Of(row), remarksAsQslMessage_));
     listener_.write(address.left(shownAddress) + u" ...", Colour::Blue);
     return address;
 }

@@ -35,6 +35,8 @@ constexpr Megahertz megahertzTable[] = {{1, 1, u"160m"}, {3, 3, u"80m"}, {7, 7, 
     {14, 14, u"20m"}, {18, 18, u"17m"}, {21, 21, u"15m"}, {24, 24, u"12m"}, {28, 29, u"10m"}, {50, 55, u"6m"},
     {144, 148, u"2m"}, {430, 450, u"70cm"}};
 
+bool IsInternet(const QString &rowMode) { return rowMode == u"DV IP" || rowMode == u"Echo IP"; }
+
 QString FourDigits(const QString &shownTime) { return shownTime.right(5).remove(u':'); }
 
 QString Field(const char16_t *tag, const QString &value)
@@ -44,21 +46,29 @@ QString Field(const char16_t *tag, const QString &value)
 
 } // namespace
 
-QString UploadBand::Of(const QString &text)
+QString UploadBand::Of(const QStringList &row)
 {
-    const int megahertz = int(std::clamp(Conversions::LeadingNumber(QString(text).replace(u',', u'.')), 0.0, 1e6));
+    const QString text = row.value(frequency).replace(u',', u'.');
+    const int megahertz = int(std::clamp(Conversions::LeadingNumber(text), 0.0, 1e6));
     for (const Megahertz &entry : megahertzTable)
         if (megahertz >= entry.first && megahertz <= entry.last)
             band_ = QString::fromUtf16(entry.band);
     return band_;
 }
 
+QString UploadBand::OfLda(const QStringList &row)
+{
+    Of(row);
+    if (IsInternet(row.value(mode)))
+        band_ = u"2m"_qs;
+    return band_;
+}
+
 QString LdaAddress(const Account &account, const QStringList &row, const QString &band, bool remarksAsQslMessage)
 {
-    QString sentMode = row.value(mode), sentBand = band, prop = row.value(satellite).isEmpty() ? u""_qs : u"SAT"_qs;
-    if (sentMode == u"DV IP" || sentMode == u"Echo IP") {
+    QString sentMode = row.value(mode), prop = row.value(satellite).isEmpty() ? u""_qs : u"SAT"_qs;
+    if (IsInternet(sentMode)) {
         sentMode = sentMode == u"DV IP" ? u"DV"_qs : u"ECHO"_qs;
-        sentBand = u"2m"_qs;
         prop = u"INTERNET"_qs;
     } else if (sentMode == u"Echo") {
         sentMode = u"ECHO"_qs;
@@ -67,7 +77,7 @@ QString LdaAddress(const Account &account, const QStringList &row, const QString
     }
     return account.base + u"/php/tordillo2Compact.php?user=" + account.user + u"&pass="
         + WebText::PercentEncode(account.password) + u"&micall=" + row.value(myCall) + u"&sucall=" + row.value(call)
-        + u"&banda=" + sentBand + u"&modo=" + sentMode + u"&fecha=" + row.value(date).replace(u' ', u'/') + u"&hora="
+        + u"&banda=" + band + u"&modo=" + sentMode + u"&fecha=" + row.value(date).replace(u' ', u'/') + u"&hora="
         + FourDigits(row.value(time)) + u"&rst=" + row.value(reportSent) + u"&x_qslMSG="
         + (remarksAsQslMessage ? row.value(remarks) : QString()) + u"&prop=" + prop;
 }

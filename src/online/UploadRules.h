@@ -18,7 +18,9 @@ struct Account {
 // the row before, so one object serves a whole run.
 class UploadBand {
 public:
-    QString Of(const QString &frequency);
+    QString Of(const QStringList &row);
+    // For LdA what came over the Internet ("DV IP", "Echo IP") is "2m", also for a row behind it that keeps the band.
+    QString OfLda(const QStringList &row);
 
 private:
     QString band_;

@@ -32,15 +32,13 @@ void ContestEntryFields::AttachFilters()
     const auto contest = [](QLineEdit *field, ContestFilter filter) {
         FieldFilter::Attach(field, [filter](QChar key) { return FilterContestKey(key, filter); });
     };
-    const auto entry = [](QLineEdit *field, EntryRules::KeyFilter filter) {
-        FieldFilter::Attach(field, [filter](QChar key) { return EntryRules::FilterKey(key, filter); });
-    };
     contest(ui_.Text2, ContestFilter::OwnCall);
+    contest(ui_.Fecha, ContestFilter::Date);
+    contest(ui_.Hora, ContestFilter::Time);
+    contest(ui_.Text1, ContestFilter::Digits);
     contest(ui_.RSR, ContestFilter::SerieText);
-    entry(ui_.Corresponsal, EntryRules::KeyFilter::Callsign);
-    entry(ui_.Fecha, EntryRules::KeyFilter::Date);
-    entry(ui_.Hora, EntryRules::KeyFilter::Time);
-    entry(ui_.Text1, EntryRules::KeyFilter::Digits);
+    FieldFilter::Attach(
+        ui_.Corresponsal, [](QChar key) { return EntryRules::FilterKey(key, EntryRules::KeyFilter::Callsign); });
     FieldFilter::Attach(
         ui_.RSE, [this](QChar key) { return FilterContestKey(key, SentSerieFilter(ui_.Label3->text())); });
 }

@@ -10,7 +10,7 @@
 
 namespace {
 
-// Heights told in twips, 15 a pixel.
+// In twips, 15 a pixel.
 constexpr int qrzHeight = 5910 / 15, ldaHeight = 8000 / 15, ldaFromEditHeight = 5800 / 15;
 constexpr int drawnWidth = 520;
 
@@ -23,7 +23,10 @@ Form33::Form33(Dialogs &dialogs, QWidget *owner)
     , ui_(std::make_unique<Ui::Form33>())
 {
     ui_->setupUi(this);
-    resize(drawnWidth, ldaHeight);
+    // The scale is reckoned from the lowest of the heights: else to show that one would shrink all that is in it.
+    for (QWidget *frame : {ui_->Frame1, ui_->Frame2})
+        frame->hide();
+    resize(drawnWidth, ldaFromEditHeight);
     // Each button works once a showing.
     const auto once = [this](QPushButton *button, QLabel *label, void (Form33::*chosen)(const QString &)) {
         connect(button, &QPushButton::clicked, this, [this, button, label, chosen] {
@@ -56,9 +59,9 @@ void Form33::ShowResult(QWidget &owner, const LookupResult &result, bool forEntr
         button->setEnabled(true);
     ui_->Frame1->setVisible(taken);
     ui_->Frame2->setVisible(taken);
-    const int told = !lda ? qrzHeight : forEntry ? ldaHeight : ldaFromEditHeight;
+    const int height = !lda ? qrzHeight : forEntry ? ldaHeight : ldaFromEditHeight;
     const double scale = ScaleOf(this);
-    resize(qRound(drawnWidth * scale), qRound(told * scale));
+    resize(qRound(drawnWidth * scale), qRound(height * scale));
     ui_->Text1->setFocus();
     ShowModal();
 }

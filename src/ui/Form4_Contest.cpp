@@ -3,10 +3,11 @@
 #include "ui/Form4_Contest.h"
 
 #include "contest/ContestLookup.h"
+#include "keyer/CqCaller.h"
 #include "logging/BandPlan.h"
 #include "logging/EntryRules.h"
+#include "ui/CallerView.h"
 #include "ui/Choice.h"
-#include "ui/ContestCaller.h"
 #include "ui/ContestClock.h"
 #include "ui/ContestCommands.h"
 #include "ui/ContestEntryFields.h"
@@ -56,8 +57,8 @@ Form4::Form4(Program &program)
     master_ = new MasterView(ui_->MCheck, ui_->List1, ui_->List2, this);
     commands_ = new ContestCommands(program, *this);
     log_ = new ContestLogView(program, *ui_, *this);
-    caller_ = std::make_unique<ContestCaller>(program.caller, ui_->sFondo, ui_->Label8);
-    keyer_ = new KeyerPanel(program, *ui_, *this, [this] { return caller_->MainHoldsPort(); });
+    new CallerView(program.caller, ui_->sFondo, ui_->Label8);
+    keyer_ = new KeyerPanel(program, *ui_, *this);
     macros_ = new MacroPanel(
         program, *ui_, *keyer_, [this] { return Store(); }, this);
     clock_ = new ContestClock(program, {ui_->Check2, ui_->Fecha, ui_->Hora}, this);
@@ -301,7 +302,7 @@ void Form4::ModeChosen()
         macros_->SwitchOff();
         keyer_->Stop();
         keyer_->ReleaseKey();
-        caller_->ModeLeftCw();
+        program_.caller.PttOff(program_.caller.Line());
     }
     ShowPanels();
     log_->ShowDuplicates();
@@ -403,7 +404,7 @@ bool Form4::SendKey(QKeyEvent *event)
     else if (InCw())
         macros_->SendMacro(key - Qt::Key_F1);
     else if (key == Qt::Key_F1)
-        caller_->Start();
+        program_.caller.Start(CqCaller::From::Contest);
     return true;
 }
 
@@ -426,15 +427,15 @@ void Form4::Escape()
     program_.logbook.LongWork().CancelAll();
     if (!InCw()) {
         keyer_->Stop();
-        caller_->Escape();
+        program_.caller.Escape();
         return;
     }
     log_->HideDuplicates();
     macros_->StopAutoCq();
     keyer_->Escape();
     // A recorded CQ from before the mode was CW: Esc leaves no line closed.
-    if (caller_->LineIsOn())
-        caller_->Escape();
+    if (program_.caller.LineIsOn())
+        program_.caller.Escape();
 }
 
 // After the editor's buttons the window goes on as it is; after its Esc it takes up everything anew.
@@ -469,7 +470,7 @@ bool Form4::Leave(bool askForCall)
         return false;
     if (!dialogs().Ask(this, u" Sale del concurso?"_qs))
         return false;
-    caller_->Leave();
+    program_.caller.Leave(CqCaller::From::Contest);
     if (const QString trouble = keyer_->Close(); !trouble.isEmpty())
         dialogs().Message(this, trouble);
     leaving_ = true;

@@ -9,7 +9,6 @@
 #include <memory>
 
 struct Program;
-class ContestCaller;
 class ContestClock;
 class ContestCommands;
 class ContestEntryFields;
@@ -100,7 +99,6 @@ private:
     MasterView *master_;
     ContestCommands *commands_;
     ContestLogView *log_;
-    std::unique_ptr<ContestCaller> caller_;
     KeyerPanel *keyer_;
     MacroPanel *macros_;
     ContestClock *clock_;

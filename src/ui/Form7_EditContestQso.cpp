@@ -24,7 +24,7 @@ Form7::Form7(Program &program, QWidget *owner)
         FieldFilter::Attach(
             call, [](QChar key) { return EntryRules::FilterKey(key, EntryRules::KeyFilter::Callsign); });
     for (QLineEdit *number : {ui_->Text3, ui_->Text4, ui_->Text5})
-        FieldFilter::Attach(number, [](QChar key) { return FilterContestKey(key, ContestFilter::SerieDigits); });
+        FieldFilter::Attach(number, [](QChar key) { return FilterContestKey(key, ContestFilter::Digits); });
     for (QLineEdit *serie : {ui_->Text6, ui_->Text7})
         FieldFilter::Attach(serie, [](QChar key) { return FilterContestKey(key, ContestFilter::SerieText); });
     ShowFocusOn({ui_->Text1, ui_->Text2, ui_->Text3, ui_->Text4, ui_->Text5, ui_->Text6, ui_->Text7});

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/KeyerPanel.h"
 
+#include "keyer/CqCaller.h"
 #include "keyer/CwSettings.h"
 #include "ui/Dialogs.h"
 #include "ui/Program.h"
@@ -10,12 +11,11 @@
 
 #include <algorithm>
 
-KeyerPanel::KeyerPanel(Program &program, Ui::Form4 &ui, Window &window, std::function<bool()> portTaken)
+KeyerPanel::KeyerPanel(Program &program, Ui::Form4 &ui, Window &window)
     : QObject(&window)
     , program_(program)
     , ui_(ui)
     , window_(window)
-    , portTaken_(std::move(portTaken))
     , keyer_(program.lines, program.makePacer(), program.scheduler)
 {
     ui_.Combo3->addItems(KeyerPorts());
@@ -28,7 +28,7 @@ void KeyerPanel::Connect()
     connect(ui_.Check3, &QCheckBox::clicked, this, &KeyerPanel::ChooseLine);
     connect(ui_.Check4, &QCheckBox::clicked, this, [this](bool rts) { ChooseLine(!rts); });
     connect(ui_.Combo3, &QComboBox::activated, this, [this] {
-        if (portTaken_()) {
+        if (program_.caller.MainHoldsPort()) {
             ui_.Combo3->setCurrentText(port_);
             return;
         }
@@ -68,7 +68,7 @@ void KeyerPanel::TakePort()
     ui_.Check4->setChecked(!settings.dtr);
     keyer_.SetLine(settings.dtr ? ModemLine::DTR : ModemLine::RTS);
     port_ = settings.port;
-    if (portTaken_())
+    if (program_.caller.MainHoldsPort())
         ShowPortTrouble(u"El llamador de CQ está usando su puerto. Elija el puerto cuando termine."_qs);
     else
         ChoosePort();

@@ -26,8 +26,7 @@ class KeyerPanel : public QObject {
     Q_OBJECT
 
 public:
-    // While `portTaken` says so the caller of the recorded CQ holds the port, and none is chosen.
-    KeyerPanel(Program &program, Ui::Form4 &ui, Window &window, std::function<bool()> portTaken);
+    KeyerPanel(Program &program, Ui::Form4 &ui, Window &window);
 
     // Port, line and speed as they stand at the opening of a contest; opens the port. Of a text that is being sent only
     // the speed changes.
@@ -64,7 +63,6 @@ private:
     Program &program_;
     Ui::Form4 &ui_;
     Window &window_;
-    std::function<bool()> portTaken_;
     CwKeyer keyer_;
     QString port_; // the entry that is in force
     int SavedSpeed_ = 20;

@@ -115,7 +115,8 @@ void MacroPanel::CallChanged()
     const QString call = ui_.Corresponsal->text();
     if (call.isEmpty()) {
         HighlightMacro(MacroCq);
-        if (!ui_.SYP->isChecked() && ui_.Check9->isChecked())
+        // Its pace stays what it is where it runs.
+        if (!ui_.SYP->isChecked() && ui_.Check9->isChecked() && !TimerACQ_->IsRunning())
             TimerACQ_->Start();
     } else if (ui_.RSE->text().isEmpty()) {
         SavedCall_ = call;

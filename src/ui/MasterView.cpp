@@ -12,12 +12,12 @@
 
 namespace {
 
-// Blue and red as told, and lighter ones that read on the dark ground.
+// On the dark ground lighter ones, that can be read there.
 QColor SameColour() { return CurrentTheme() == Theme::Dark ? QColor(0x90B8FF) : QColor(0x0000FF); }
 QColor DifferentColour() { return CurrentTheme() == Theme::Dark ? QColor(0xFF9090) : QColor(0xFF0000); }
 
-// Longer results are no help to anybody, and painting them would hold up the typing.
-constexpr qsizetype shownLines = 400;
+// More calls with one beginning are no help to anybody, and painting them would hold up the typing.
+constexpr qsizetype mostOfPrefix = 2000;
 
 } // namespace
 
@@ -48,11 +48,15 @@ void MasterView::Show(const QList<MasterHit> &hits)
     QTextCharFormat same, different;
     same.setForeground(SameColour());
     different.setForeground(DifferentColour());
-    for (const MasterHit &hit : hits.first(std::min(hits.size(), shownLines))) {
+    for (const MasterHit &hit : hits) {
+        if (hit.prefix && calls.size() >= mostOfPrefix)
+            continue;
         if (!calls.isEmpty())
             cursor.insertBlock();
-        for (qsizetype i = 0; i < hit.call.size(); ++i)
-            cursor.insertText(QString(hit.call[i]), hit.different.value(i) ? different : same);
+        if (hit.prefix)
+            cursor.insertText(hit.call, same);
+        for (qsizetype i = 0; i < hit.different.size(); ++i)
+            cursor.insertText(QString(hit.call[i]), hit.different[i] ? different : same);
         calls << hit.call;
     }
     cursor.endEditBlock();

@@ -88,8 +88,8 @@ public:
         scale_ = 1;
         captured_ = window_->size().expandedTo(window_->minimumSizeHint());
         window_->resize(captured_);
-        // A told minimum: else the layout would hold the window at what the present scale needs, and it could never
-        // shrink again.
+        // A minimum of its own: else the layout would hold the window at what the present scale needs, and it could
+        // never shrink again.
         window_->setMinimumSize(captured_ * leastScale);
         ScaleControls(1);
     }

@@ -6,7 +6,7 @@
 
 class QWidget;
 
-// Makes a window grow and shrink with the screen. Only fonts, told minimum and maximum sizes, margins and gaps of the
+// Makes a window grow and shrink with the screen. Only fonts, given minimum and maximum sizes, margins and gaps of the
 // layouts and the starting widths of list columns are scaled; the layouts do the rest. The scale is the present size of
 // the window over its captured size, the smaller of the two directions, held between 0.8 and 3.
 
@@ -25,5 +25,5 @@ void FitToScreen(QWidget *window, QSize screen, bool keepProportions);
 // a window that was not captured.
 void ApplyLayout(QWidget *window);
 
-// The scale in use, 1 for a window that was not captured: told pixel widths are multiplied by it.
+// The scale in use, 1 for a window that was not captured: given pixel widths are multiplied by it.
 double ScaleOf(const QWidget *window);

@@ -73,10 +73,11 @@ private Q_SLOTS:
             {std::pair{u"", u"1"}, {u"0099", u"100"}, {u"BA", u"1"}, {u"12X", u"13"}, {u"99999999999", u"2147483648"}})
             QCOMPARE(NextContestSerial(QString::fromUtf16(last)), QString::fromUtf16(next));
         const std::pair<ContestFilter, QString> filters[] = {{ContestFilter::OwnCall, u"LU1A/09"_qs},
+            {ContestFilter::Date, u"1/09"_qs}, {ContestFilter::Time, u"1:09"_qs}, {ContestFilter::Digits, u"109"_qs},
             {SentSerieFilter(SerieType::Incremental), u"109"_qs}, {SentSerieFilter(SerieType::Fija), u"LU1A09"_qs},
             {SentSerieFilter(u""), u"LU1A09"_qs}};
         for (const auto &[filter, passed] : filters)
-            QCOMPARE(FilterContestText(u"lu1?ñA'/ 0é-9", filter), passed);
+            QCOMPARE(FilterContestText(u"lu1?ñA'/: 0é-9", filter), passed);
     }
 
     void SmallRules()

@@ -95,12 +95,12 @@ private Q_SLOTS:
 
     void AListIsBuiltOfOldAndNew()
     {
-        Put(u"datos6.txt"_qs, "LU3ABC\r\n\r\nLU1ABC\r\nlu4abc\r\n");
+        Put(u"datos6.txt"_qs, "#1/2/2026#\r\nLU3ABC\r\n\r\nLU1ABC\r\nlu4abc\r\n");
         const QString output = Path(u"master_hoy.txt"_qs);
         const auto build = BuildMasterList(files_, Path(u"datos6.txt"_qs), {u"LU1ABC"_qs, u"LU2ABC"_qs}, output);
         QVERIFY(build);
-        QCOMPARE(MasterBuildTexts(*build).join(u','), u"NUEVO 3,ACTUAL 2,AGREGA 2,QUEDA 4"_qs);
-        QCOMPARE(Content(u"master_hoy.txt"_qs), QByteArray("LU1ABC\r\nLU2ABC\r\nLU3ABC\r\nLU4ABC\r\n"));
+        QCOMPARE(MasterBuildTexts(*build).join(u','), u"NUEVO 4,ACTUAL 2,AGREGA 3,QUEDA 5"_qs);
+        QCOMPARE(Content(u"master_hoy.txt"_qs), QByteArray("LU1ABC\r\nLU2ABC\r\n#1/2/2026#\r\nLU3ABC\r\nLU4ABC\r\n"));
         QVERIFY(!BuildMasterList(files_, QString(), {}, Path(u"no/master.txt"_qs)));
     }
 };

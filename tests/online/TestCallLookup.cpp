@@ -147,7 +147,7 @@ private Q_SLOTS:
         const AccountTest::Account account{u"http://x"_qs, u"yo@x"_qs, u"a&b ñ"_qs, u"LU9ZZZ"_qs};
         QCOMPARE(
             AccountTest::Address(account), u"http://x/php/tordillo_c2.php?user=yo@x&pass=a%26b ñ&micall=LU9ZZZ"_qs);
-        QCOMPARE(AccountTest::Asking(account), u"user=yo@x\nmicall=LU9ZZZ"_qs);
+        QCOMPARE(AccountTest::Asking(account), u"user=yo@x\nmicall=LU9ZZZ\n"_qs);
         WebReply reply;
         reply.outcome = WebReply::Outcome::Answered;
         reply.text = u"<html><body>Todo OK con a%26b%20%C3%B1</body></html>"_qs;

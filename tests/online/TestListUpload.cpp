@@ -74,7 +74,11 @@ private Q_SLOTS:
             {u"5.300"_qs, u"20m"_qs}, {u"1.8"_qs, u"160m"_qs}, {u"29,600"_qs, u"10m"_qs}, {u"55.9"_qs, u"6m"_qs},
             {u"56"_qs, u"6m"_qs}, {u"148"_qs, u"2m"_qs}, {u"450.1"_qs, u"70cm"_qs}, {{}, u"70cm"_qs}};
         for (const auto &[frequency, expected] : rows)
-            QCOMPARE(band.Of(frequency), expected);
+            QCOMPARE(band.Of(Row({}, frequency)), expected);
+        const QStringList internet = Row({}, u"14.250"_qs, u"DV IP"_qs);
+        QCOMPARE(band.Of(internet), u"20m"_qs);
+        QCOMPARE(band.OfLda(internet), u"2m"_qs);
+        QCOMPARE(band.OfLda(Row({}, u"5.300"_qs)), u"2m"_qs);
     }
 
     void RowsForLda()
@@ -89,9 +93,9 @@ private Q_SLOTS:
             {u"Echo"_qs, {}, u"20m&modo=ECHO&|"_qs}, {u"FM"_qs, u"AO-7"_qs, u"20m&modo=FM&|SAT"_qs}};
         for (const Case &c : cases) {
             const QString middle = u"fecha=05/03/2024&hora=1807&rst=59&x_qslMSG=%1&prop="_qs;
-            const QStringList row = Row(u"LU1AA"_qs, {}, c.mode, c.satellite);
+            const QStringList row = Row(u"LU1AA"_qs, u"14.250"_qs, c.mode, c.satellite);
             for (const bool remarks : {false, true})
-                QCOMPARE(LdaAddress({u"http://x"_qs, u"yo@x"_qs, u"a&b"_qs}, row, u"20m"_qs, remarks),
+                QCOMPARE(LdaAddress({u"http://x"_qs, u"yo@x"_qs, u"a&b"_qs}, row, UploadBand().OfLda(row), remarks),
                     head + QString(c.tail).replace(u"|"_qs, middle.arg(remarks ? u"doce letras!"_qs : QString())));
         }
     }

@@ -1,8 +1,9 @@
 // SPDX-FileCopyrightText: 2026 The Tordillo Compact authors
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Desk.h"
+#include "keyer/CqCaller.h"
 #include "support/TestRegistry.h"
-#include "ui/ContestCaller.h"
+#include "ui/CallerView.h"
 #include "ui/Form1_Main.h"
 
 #include <QApplication>
@@ -233,12 +234,13 @@ private Q_SLOTS:
         bar->resize(220, 12);
         auto *lamp = new QLabel(&window);
         lamp->setObjectName(u"Label8"_qs);
-        ContestCaller contest(desk_->Caller(), bar, lamp);
+        CqCaller &caller = desk_->Caller();
+        new CallerView(caller, bar, lamp);
         const auto ground = [&] { return lamp->palette().color(QPalette::Window).name(); };
         const QStringList on{u"/dev/ttyS0 DTR 1"_qs}, off{u"/dev/ttyS0 DTR 0"_qs};
         static_cast<void>(desk_->ports.Taken());
 
-        contest.Start();
+        caller.Start(CqCaller::From::Contest);
         desk_->player.Opens();
         QCOMPARE(desk_->ports.Taken(), on);
         QCOMPARE(ground(), u"#ff0000"_qs);
@@ -249,21 +251,21 @@ private Q_SLOTS:
         QCOMPARE(desk_->ports.Taken(), off);
         QCOMPARE(ground(), u"#400000"_qs);
 
-        contest.Start();
+        caller.Start(CqCaller::From::Contest);
         desk_->player.Opens();
-        contest.Leave();
+        caller.Leave(CqCaller::From::Contest);
         QCOMPARE(desk_->ports.Taken(), on + off);
-        contest.ModeLeftCw();
+        caller.PttOff(caller.Line());
         QCOMPARE(desk_->ports.Taken(), off);
-        QVERIFY(!contest.MainHoldsPort());
+        QVERIFY(!caller.MainHoldsPort());
         desk_->Press(Qt::Key_F1);
         desk_->player.Opens();
-        QVERIFY(contest.MainHoldsPort());
-        contest.Leave();
+        QVERIFY(caller.MainHoldsPort());
+        caller.Leave(CqCaller::From::Contest);
         QCOMPARE(desk_->ports.Taken(), on);
-        contest.Escape();
+        caller.Escape();
         QCOMPARE(desk_->ports.Taken(), off);
-        QVERIFY(!contest.MainHoldsPort());
+        QVERIFY(!caller.MainHoldsPort());
     }
 };
 

@@ -6,6 +6,7 @@
 
 #include <QAbstractButton>
 #include <QTest>
+#include <QTextBrowser>
 
 // The contest window as it is used: with the keys.
 class TestForm4 : public QObject {
@@ -138,6 +139,12 @@ private Q_SLOTS:
                 desk_->Press(Qt::Key_PageUp);
             QCOMPARE(desk_->Text(u"LabelVel"_qs), u"Vel 10 ppm"_qs);
 
+            desk_->Click(u"Check2"_qs);
+            for (const auto &[field, typed, taken] : {std::tuple{u"Fecha"_qs, u"2?4/11/2026"_qs, u"24/11/2026"_qs},
+                     {u"Hora"_qs, u"0?9:15"_qs, u"09:15"_qs}, {u"Text1"_qs, u"?7"_qs, u"7"_qs}}) {
+                desk_->Fill(field, typed);
+                QCOMPARE(desk_->Text(field), taken);
+            }
             desk_->Fill(u"Corresponsal"_qs, u"LU9ZZZ"_qs); // the own call warns, and no more
             desk_->Press(Qt::Key_Space);
             QCoreApplication::processEvents();
@@ -145,6 +152,32 @@ private Q_SLOTS:
             QCOMPARE(desk_->Focus(), u"RSR"_qs);
             desk_->Press(Qt::Key_Return);
             QCOMPARE(desk_->Text(u"Label9"_qs), u"1 QSOs"_qs);
+        });
+    }
+
+    void MasterCheckShowsAndGives()
+    {
+        constexpr int ofPrefix = 500;
+        QByteArray list("#24/11/2026#\r\nLU2AB\r\n");
+        for (int i = 0; i < ofPrefix; ++i)
+            list += "LU1" + QByteArray::number(i) + "\r\n";
+        desk_->Write(u"master.txt"_qs, list);
+        In(u"CONDOR"_qs, [&] {
+            desk_->Click(u"Check8"_qs);
+            QCOMPARE(desk_->Text(u"Frame2"_qs), u"MasterCheck (501)"_qs);
+            desk_->Type(u"lu1"_qs);
+            auto *shown = desk_->Find<QTextBrowser>(u"MCheck"_qs);
+            QCOMPARE(shown->document()->blockCount(), ofPrefix + 1);
+            shown->moveCursor(
+                QTextCursor::End); // the one that differs, in its third character and behind what was typed
+            QString colours;
+            for (int i = 0; i < 5; ++i, shown->moveCursor(QTextCursor::PreviousCharacter))
+                colours.prepend(shown->textCursor().charFormat().foreground().color().name() + u' ');
+            QCOMPARE(colours, u"#0000ff #0000ff #ff0000 #ff0000 #ff0000 "_qs);
+            shown->moveCursor(QTextCursor::End);
+            QTest::mouseClick(shown->viewport(), Qt::LeftButton, {}, shown->cursorRect().center());
+            QCOMPARE(Shown(), u"SSB|80m|1|LU2AB|"_qs);
+            QCOMPARE(desk_->Focus(), u"RSR"_qs);
         });
     }
 

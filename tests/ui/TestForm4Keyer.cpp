@@ -199,7 +199,10 @@ private Q_SLOTS:
         InCw([&] {
             Tick(u"ESM"_qs);
             Tick(u"Check9"_qs);
-            desk_->Advance(3990);
+            desk_->Advance(3000);
+            desk_->Type(u"L"_qs); // neither puts a call off
+            desk_->Press(Qt::Key_W, Qt::ControlModifier);
+            desk_->Advance(990);
             QVERIFY(!Sending());
             desk_->Advance(20);
             QVERIFY(Sending());

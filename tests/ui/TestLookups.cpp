@@ -3,6 +3,7 @@
 #include "ServiceDesk.h"
 #include "support/TestRegistry.h"
 #include "ui/Form1_Main.h"
+#include "ui/WindowScaler.h"
 
 #include <QLabel>
 #include <QPushButton>
@@ -25,10 +26,12 @@ class TestLookups : public QObject {
         auto *label = desk_->Main().findChild<QLabel *>(u"Label20"_qs);
         return label->isVisible() ? label->text() : QString();
     }
-    // What the window says: title, text, the enabled buttons that are shown.
+    // What the window says: title, height at scale 1, text, the enabled buttons that are shown.
     QString Shown() const
     {
-        QString shown = desk_->Front()->objectName() + u'|' + desk_->Front()->windowTitle() + u'|'
+        const QWidget *front = desk_->Front();
+        QString shown = front->objectName() + u'|' + front->windowTitle() + u' '
+            + QString::number(qRound(front->height() / ScaleOf(front))) + u'|'
             + desk_->Find(u"Text1"_qs)->property("plainText").toString().replace(u"\n"_qs, u";"_qs) + u'|';
         for (const QString &button : {u"Command1"_qs, u"Command2"_qs, u"Command4"_qs})
             if (desk_->Find(button)->isVisible() && desk_->Find(button)->isEnabled())
@@ -83,7 +86,7 @@ private Q_SLOTS:
         InResult([&] { desk_->Click(u"Command13"_qs); },
             [&] {
                 QCOMPARE(Activity(), QString());
-                QCOMPARE(Shown(), u"Form33|QRZ|LU1ABC;Grid Locator: GF05AB;|"_qs);
+                QCOMPARE(Shown(), u"Form33|QRZ 394|LU1ABC;Grid Locator: GF05AB;|"_qs);
             });
         QCOMPARE(desk_->server.requests.first().Value(u"password"_qs), ServiceDesk::password);
         QCOMPARE(desk_->Asked(), QStringList({u"/qrz/xml/"_qs, u"/qrz/xml/current/"_qs}));
@@ -99,7 +102,7 @@ private Q_SLOTS:
         InResult([&] { desk_->Press(Qt::Key_L, Qt::ControlModifier); },
             [&] {
                 QCOMPARE(Shown(),
-                    u"Form33|Log de Argentina|LU1ABC;Juan & Ana;Grid Locator: FF78SK;j@x;|Nombre;eMail;Grilla;"_qs);
+                    u"Form33|Log de Argentina 533|LU1ABC;Juan & Ana;Grid Locator: FF78SK;j@x;|Nombre;eMail;Grilla;"_qs);
                 desk_->Click(u"Command1"_qs);
                 desk_->Click(u"Command4"_qs);
                 QVERIFY(Shown().endsWith(u"|eMail;"));
@@ -114,7 +117,7 @@ private Q_SLOTS:
         desk_->server.Always("<?xml ?>");
         InResult([&] { desk_->Click(u"Command14"_qs); },
             [&] {
-                QCOMPARE(Shown(), u"Form33|Log de Argentina|LU1ABC No está en Lda!|Nombre;eMail;Grilla;"_qs);
+                QCOMPARE(Shown(), u"Form33|Log de Argentina 533|LU1ABC No está en Lda!|Nombre;eMail;Grilla;"_qs);
                 desk_->Click(u"Command2"_qs);
             });
         QCOMPARE(desk_->Text(u"Obs"_qs), QString());
@@ -127,7 +130,7 @@ private Q_SLOTS:
         };
         desk_->Start();
         const std::pair<QString, QString> buttons[] = {
-            {u"Command13"_qs, u"Form33|QRZ|CX1A;|"_qs}, {u"Command3"_qs, u"Form33|Log de Argentina|CX1A;|"_qs}};
+            {u"Command13"_qs, u"Form33|QRZ 394|CX1A;|"_qs}, {u"Command3"_qs, u"Form33|Log de Argentina 386|CX1A;|"_qs}};
         desk_->InModal([&] { desk_->DoubleClick(u"ListView2"_qs, 0); },
             [&] {
                 for (const auto &[button, shown] : buttons) {

@@ -118,7 +118,7 @@ private Q_SLOTS:
     {
         desk_->server.Always("<html><body>Usuario y contrase\u00f1a correctos</body></html>");
         InAccountTest([&] {
-            QCOMPARE(desk_->Text(u"Label3"_qs), u"user=yo@x\nmicall=LU9ZZZ"_qs);
+            QCOMPARE(desk_->Text(u"Label3"_qs), u"user=yo@x\nmicall=LU9ZZZ\n"_qs);
             QVERIFY(!desk_->Find(u"Command4"_qs)->isEnabled());
             QVERIFY(desk_->Until([&] { return desk_->Find(u"Command4"_qs)->isEnabled(); }));
             QCOMPARE(desk_->Text(u"Label3"_qs), u"Usuario y contraseña correctos"_qs);

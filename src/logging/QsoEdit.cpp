@@ -101,6 +101,9 @@ std::optional<Refusal> RefuseSave(const EditFields &fields)
         return Refusal{u"Reporte incorrecto!"_qs, false, Field::ReportSent};
     if (fields.reportReceived.trimmed().isEmpty())
         return Refusal{u"Reporte incorrecto!"_qs, false, Field::ReportReceived};
+    // A row without a mode is the marker of a log: no list would ever show the contact again.
+    if (fields.mode.isEmpty())
+        return Refusal{u"Falta el Modo!"_qs, false, Field::Mode};
     return std::nullopt;
 }
 

@@ -45,7 +45,7 @@ QString Confirmed(const QString &lda);
 
 // What keeps the contact from being saved.
 struct Refusal {
-    enum class Field { Satellite, Call, ReportSent, ReportReceived };
+    enum class Field { Satellite, Call, ReportSent, ReportReceived, Mode };
     QString message;
     bool critical = false;
     Field field = Field::Call;

@@ -475,11 +475,10 @@ void EntryPanel::ShowActivation() { ui_->activador->setVisible(ui_->Check4->isCh
 // A satellite whose frequency makes no band has to be corrected by hand.
 void EntryPanel::UnlockWithoutBand()
 {
-    const bool correct = beforeSatellite_ && ui_->Label7->text().isEmpty();
     if (!beforeSatellite_)
         return;
     for (QWidget *field : std::initializer_list<QWidget *>{ui_->mhz, ui_->Text1})
-        field->setEnabled(correct);
+        field->setEnabled(ui_->Label7->text().isEmpty());
 }
 
 void EntryPanel::SetFrequency(const QString &mhz, const QString &khz)

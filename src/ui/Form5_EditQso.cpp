@@ -90,7 +90,6 @@ void Form5::OpenEditFromList(const QsoRow &row, EditCaller caller)
     ShowRest(fields);
     ShowModes(QsoEdit::ModesForList(fields.mode), fields.mode);
     ui_->avisoF5->hide();
-    stored_ = fields;
     Open(ReadFields());
 }
 
@@ -191,7 +190,6 @@ EditFields Form5::ReadFields() const
     fields.POTA = ui_->POTA->text();
     fields.MYSOTA = ui_->MYSOTA->text();
     fields.IOTA = ui_->IOTA->text();
-    fields.lda = stored_.lda;
     return fields;
 }
 
@@ -258,6 +256,8 @@ QWidget *Form5::FieldOf(QsoEdit::Refusal::Field field) const
     switch (field) {
     case QsoEdit::Refusal::Field::Satellite:
         return ui_->Text12;
+    case QsoEdit::Refusal::Field::Mode:
+        return ui_->Combo2;
     case QsoEdit::Refusal::Field::ReportSent:
         return ui_->Text6;
     case QsoEdit::Refusal::Field::ReportReceived:
@@ -271,6 +271,7 @@ void Form5::Save()
 {
     if (FieldMessagePending())
         return;
+    ui_->Text12->setText(ui_->Text12->text().toUpper());
     const EditFields fields = ReadFields();
     if (const auto refusal = QsoEdit::RefuseSave(fields)) {
         dialogs().Message(
@@ -289,7 +290,6 @@ void Form5::Save()
         dialogs().Message(this,
             u"El QSO #%1 ya no está en el log: otro programa lo borró. No fue guardado."_qs.arg(fields.id),
             Dialogs::Icon::Critical);
-    ui_->Text12->setText(fields.satellite.toUpper());
     hide();
     RefreshCaller();
 }
@@ -307,11 +307,10 @@ void Form5::Delete()
     }
     hide();
     program_.windows.Main().ForgetQso(id.toLongLong());
-    // A list that still shows the contact would open one that is not there.
+    // A list that still shows the contact would open one that is not there, whoever opened the window.
+    program_.windows.Main().ReloadPage();
     if (caller_ == EditCaller::Form6)
-        RefreshCaller();
-    else
-        program_.windows.Main().ReloadPage();
+        program_.windows.Search().RefreshEditedRow();
 }
 
 // Of the contact as the window shows it, saved or not.

@@ -36,7 +36,23 @@ std::optional<QChar> CallPatternKey(QChar key)
 
 constexpr int pictureSide = 128; // drawn large, so that it can be shown at any scale
 
-QPixmap SatellitePicture() { return QIcon(u":/icons/satelite.svg"_qs).pixmap(pictureSide); }
+// The records of a search's rows, block by block.
+AdifExport::Next RecordsOf(const SearchList &list, qsizetype &place, bool remarksAsQslMessage)
+{
+    return [&list, &place, remarksAsQslMessage]() -> Result<QByteArray> {
+        QByteArray block;
+        while (block.isEmpty() && place < list.Size()) {
+            const Result<QList<QsoRow>> rows = list.Rows(place, exportBlock);
+            if (!rows)
+                return rows.failure();
+            for (const QsoRow &row : *rows)
+                if (row.id != 0) // one that has gone meanwhile
+                    block += AdifWriter::SearchRecord(SearchList::Texts(row, 0), remarksAsQslMessage);
+            place += rows->size();
+        }
+        return block;
+    };
+}
 
 } // namespace
 
@@ -45,18 +61,19 @@ Form6::Form6(Program &program, QWidget *owner)
     , program_(program)
     , ui_(std::make_unique<Ui::Form6>())
     , model_(program.logbook.Store())
-    , Timer1_(program.scheduler.Make(blinkMilliseconds,
-          [this] { ui_->Image2->setPixmap(ui_->Image2->pixmap().isNull() ? SatellitePicture() : QPixmap()); }))
+    , Timer1_(program.scheduler.Make(blinkMilliseconds, [this] { ui_->Image2->setVisible(ui_->Image2->isHidden()); }))
 {
     ui_->setupUi(this);
     setWindowTitle(u"Exportar ..."_qs);
     ui_->ListView2->setModel(&model_);
     ui_->ListView2->SetColumnTwips(SearchModel::Widths(), {u"000000"_qs, u"000000"_qs, u"WW9WWWW"_qs});
-    ui_->Image2->setPixmap(SatellitePicture());
     ui_->Image1->setPixmap(QIcon(u":/icons/bandera.svg"_qs).pixmap(pictureSide, pictureSide * 2 / 3));
-    QSizePolicy kept = ui_->Image1->sizePolicy();
-    kept.setRetainSizeWhenHidden(true);
-    ui_->Image1->setSizePolicy(kept);
+    ui_->Image2->setPixmap(QIcon(u":/icons/satelite.svg"_qs).pixmap(pictureSide));
+    for (QLabel *image : {ui_->Image1, ui_->Image2}) {
+        QSizePolicy kept = image->sizePolicy();
+        kept.setRetainSizeWhenHidden(true);
+        image->setSizePolicy(kept);
+    }
     ui_->Option4->setChecked(true);
     ui_->Command4->setEnabled(false);
     ArgentinesTicked(false);
@@ -280,12 +297,11 @@ void Form6::ArgentinesTicked(bool on)
 
 void Form6::SatelliteTicked(bool on)
 {
-    if (on) {
+    ui_->Image2->show();
+    if (on)
         Timer1_->Start();
-        return;
-    }
-    Timer1_->Stop();
-    ui_->Image2->setPixmap(SatellitePicture());
+    else
+        Timer1_->Stop();
 }
 
 void Form6::SortBy(int column)
@@ -336,19 +352,7 @@ void Form6::ExportSearchResultsAdif()
     SetWorking(true);
     qsizetype place = 0;
     const SearchList &list = model_.List();
-    const auto next = [&]() -> Result<QByteArray> {
-        QByteArray block;
-        while (block.isEmpty() && place < list.Size()) {
-            const Result<QList<QsoRow>> rows = list.Rows(place, exportBlock);
-            if (!rows)
-                return rows.failure();
-            for (const QsoRow &row : *rows)
-                if (row.id != 0) // one that has gone meanwhile
-                    block += AdifWriter::SearchRecord(SearchList::Texts(row, 0), remarksAsQslMessage);
-            place += rows->size();
-        }
-        return block;
-    };
+    const AdifExport::Next next = RecordsOf(list, place, remarksAsQslMessage);
     bool complete = false;
     {
         Run run(program_.logbook.LongWork(), program_.processEvents, [this](qint64 done, qint64 all) {

@@ -23,7 +23,8 @@ class LogListPanel;
 // | anterior, menos, mas, ultima | first, previous, next, last page                |
 // | Text3, Command8              | a page by its number (KeyFilter::Digits)        |
 // | Command11                    | reads the page again                            |
-// | Label9, ProgressBar1         | while a page, or the whole log, is being read   |
+// | ProgressBar1                 | while the whole log is being read               |
+// | Label9                       | hidden: a page is there at once                 |
 class LogListPanel : public QWidget {
     Q_OBJECT
 

@@ -119,6 +119,8 @@ private Q_SLOTS:
             QVERIFY2(refusal && refusal->message == message, qPrintable(message));
             QVERIFY(refusal->critical == critical && refusal->field == field);
         };
+        fields.mode.clear();
+        expect(u"Falta el Modo!"_qs, false, Field::Mode);
         fields.reportReceived = u"  "_qs;
         expect(u"Reporte incorrecto!"_qs, false, Field::ReportReceived);
         fields.reportSent.clear();

@@ -91,7 +91,7 @@ private Q_SLOTS:
         const Case cases[] = {{"Combo2", "Sat", "XDebe agregar el nombre del Satélite", "Text12"},
             {"Text2", "lu1aaa", "XQSO con el Operador???", "Text2"},
             {"Text4", "31/02/2026", "!Error Fecha!\nFormato: DD/MM/AAAA", "Text4"},
-            {"Text11", "GF0", "!Grilla incorrecta!", "Text11"}};
+            {"Text11", "GF0", "!Grilla incorrecta!", "Text11"}, {"Combo2", {}, "!Falta el Modo!", "Combo2"}};
         const QsoRow before = Row(2);
         for (const Case &one : cases) {
             Edit(0, [&] {
@@ -104,6 +104,13 @@ private Q_SLOTS:
             });
             QVERIFY(Row(2) == before);
         }
+        Edit(0, [&] {
+            Put("Text12", "ao-7");
+            Put("Text7", " ");
+            Save();
+            QCOMPARE(Said() + Text("Text12") + Focus(), u"!Reporte incorrecto!AO-7Text7"_qs);
+            Press(Qt::Key_Escape);
+        });
         Edit(0, [&] {
             Choose("mhz", "3"); // out of the band with 090, and with 400, but it may be saved
             QCOMPARE(Told().size(), 1);
@@ -175,6 +182,13 @@ private Q_SLOTS:
         QVERIFY(Row(2).id == 0 && Rows().size() == 20);
         QCOMPARE(OnMain("Label6"), u"Log: Log inicial, con 20 QSOs"_qs);
         QCOMPARE(Listed(0), u"CX21A"_qs); // the only one of its page is gone: the page before is shown
+        // By key the window still serves the search that opened it last; the main list must follow all the same.
+        InWindow("eadif", [&] { InModal([&] { DoubleClick("ListView2", 0); }, [&] { Press(Qt::Key_Escape); }); });
+        ByKey([&] {
+            dialogs.answers << true;
+            Click("Command2");
+        });
+        QCOMPARE(Listed(0), u"CX20A"_qs);
     }
 
     void ARowThatIsGoneIsTold()

@@ -96,6 +96,20 @@ private Q_SLOTS:
         });
     }
 
+    void TheSatelliteBlinksUnderItsTick()
+    {
+        Begin(1);
+        InSearch([&] {
+            Click("Check1");
+            for (const bool visible : {false, true, false}) {
+                Advance(500);
+                QCOMPARE(Find("Image2")->isVisible(), visible);
+            }
+            Click("Check1");
+            QVERIFY(Find("Image2")->isVisible());
+        });
+    }
+
     void AnEmptyLogIsTold()
     {
         Begin();

@@ -39,6 +39,7 @@
 #include <QPushButton>
 #include <QScreen>
 #include <QVBoxLayout>
+#include <algorithm>
 
 namespace {
 
@@ -49,6 +50,13 @@ const QString summitsName = u"summitslist_Arg.csv"_qs;
 
 // Larger than this the window is drawn for; the scaler fits it to the screen.
 constexpr QSize drawnSize(1340, 700);
+
+bool IsCommand(const QKeyEvent *event)
+{
+    const int keys[] = {Qt::Key_L, Qt::Key_Q, Qt::Key_X, Qt::Key_W};
+    return event->modifiers() == Qt::ControlModifier
+        && std::find(std::begin(keys), std::end(keys), event->key()) != std::end(keys);
+}
 
 bool IsEnter(const QKeyEvent *event) { return event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter; }
 
@@ -227,18 +235,13 @@ void Form1::StopTimer7() { startUp_->StopTimer7(); }
 bool Form1::ClaimsShortcut(const QKeyEvent *event) const
 {
     switch (event->key()) {
-    case Qt::Key_L:
-    case Qt::Key_Q:
-    case Qt::Key_X:
-    case Qt::Key_W:
-        return event->modifiers() == Qt::ControlModifier;
     case Qt::Key_Home:
     case Qt::Key_End:
     case Qt::Key_PageUp:
     case Qt::Key_PageDown:
         return true;
     default:
-        return false;
+        return IsCommand(event);
     }
 }
 
@@ -286,21 +289,21 @@ bool Form1::PreviewKey(QKeyEvent *event)
 
 bool Form1::PreviewControlKey(QKeyEvent *event)
 {
-    if (!ClaimsShortcut(event) || !CtrlHeld())
+    if (!IsCommand(event))
         return false;
     if (event->isAutoRepeat())
         return true;
+    const QString call = entry_->Call();
     if (event->key() == Qt::Key_W)
         entry_->WipeCall();
-    else if (event->key() == Qt::Key_X && entry_->Call().size() >= shortestLookup)
+    else if (call.size() < shortestLookup)
+        return true;
+    else if (event->key() == Qt::Key_X)
         ShowCallQsos();
-    else if (event->key() == Qt::Key_Q && entry_->Call().size() >= shortestLookup)
-        lookups_->SearchQrz(entry_->Call());
-    else if (event->key() == Qt::Key_L && entry_->Call().size() >= shortestLookup)
-        lookups_->SearchLda(entry_->Call());
+    else if (event->key() == Qt::Key_Q)
+        lookups_->SearchQrz(call);
     else
-        return event->key() != Qt::Key_Home && event->key() != Qt::Key_End && event->key() != Qt::Key_PageUp
-            && event->key() != Qt::Key_PageDown;
+        lookups_->SearchLda(call);
     return true;
 }
 

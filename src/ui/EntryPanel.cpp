@@ -2,7 +2,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/EntryPanel.h"
 
-#include "core/Conversions.h"
 #include "core/FieldMemory.h"
 #include "logging/BandPlan.h"
 #include "logging/CallInfo.h"
@@ -14,6 +13,9 @@
 #include "ui/Theme.h"
 #include "ui/Window.h"
 #include "ui_EntryPanel.h"
+
+#include <QFocusEvent>
+#include <utility>
 
 using EntryRules::EntryFocus;
 using EntryRules::KeyFilter;
@@ -29,6 +31,7 @@ CharFilter KeysOf(KeyFilter filter)
 constexpr int shortestLookup = 3;
 
 constexpr qsizetype longestTitle = 60;
+constexpr int entryFields = 8;
 
 } // namespace
 
@@ -68,6 +71,8 @@ void EntryPanel::AttachFilters()
     KeepGridShape(ui_->Text2);
     for (QLineEdit *field : {ui_->SOTA, ui_->POTA_IN, ui_->MYSOTA, ui_->MY_POTA})
         FieldFilter::Attach(field, {}, LetterCase::Upper);
+    for (QLineEdit *field : {ui_->Fecha, ui_->Hora, ui_->RSE, ui_->RSR, ui_->Text1})
+        field->installEventFilter(this);
     Window::ShowFocusOn({ui_->Corresponsal, ui_->Fecha, ui_->Hora, ui_->RSE, ui_->RSR, ui_->mhz, ui_->Text1, ui_->Text2,
         ui_->Obs, ui_->Combo1, ui_->Combo2, ui_->SOTA, ui_->POTA_IN, ui_->MYSOTA, ui_->MY_POTA});
 }
@@ -201,24 +206,10 @@ EntryRules::EntryFields EntryPanel::Fields() const
 
 QWidget *EntryPanel::FieldOf(EntryFocus focus) const
 {
-    switch (focus) {
-    case EntryFocus::Fecha:
-        return ui_->Fecha;
-    case EntryFocus::Hora:
-        return ui_->Hora;
-    case EntryFocus::Rse:
-        return ui_->RSE;
-    case EntryFocus::Rsr:
-        return ui_->RSR;
-    case EntryFocus::Kilohertz:
-        return ui_->Text1;
-    case EntryFocus::Grid:
-        return ui_->Text2;
-    case EntryFocus::Obs:
-        return ui_->Obs;
-    default:
-        return ui_->Corresponsal;
-    }
+    QWidget *const inOrder[] = {
+        ui_->Corresponsal, ui_->Fecha, ui_->Hora, ui_->RSE, ui_->RSR, ui_->Text1, ui_->Text2, ui_->Obs};
+    static_assert(std::size(inOrder) == entryFields);
+    return focus == EntryFocus::Satellite ? ui_->Corresponsal : inOrder[int(focus)];
 }
 
 void EntryPanel::FocusField(EntryFocus focus) { FieldOf(focus)->setFocus(); }
@@ -349,10 +340,8 @@ void EntryPanel::EndActivity(const QString &text)
 
 void EntryPanel::Entered(QWidget *field)
 {
-    static constexpr EntryFocus inOrder[] = {EntryFocus::Corresponsal, EntryFocus::Fecha, EntryFocus::Hora,
-        EntryFocus::Rse, EntryFocus::Rsr, EntryFocus::Kilohertz, EntryFocus::Grid, EntryFocus::Obs};
-    for (int i = 0; i < 8; ++i)
-        if (field == FieldOf(inOrder[i]))
+    for (int i = 0; i < entryFields; ++i)
+        if (field == FieldOf(EntryFocus(i)))
             entryField_ = i + 1;
     if (field == ui_->Fecha)
         ui_->Fecha->setSelection(0, 2);
@@ -362,6 +351,19 @@ void EntryPanel::Entered(QWidget *field)
         static_cast<QLineEdit *>(field)->selectAll();
     else if (auto *line = qobject_cast<QLineEdit *>(field))
         line->end(false); // a stray key must not replace what stands there
+}
+
+// A click that brings the focus sets the caret after it, so the selection is made anew when the button comes up, unless
+// the operator has selected something by then.
+bool EntryPanel::eventFilter(QObject *watched, QEvent *event)
+{
+    auto *field = static_cast<QLineEdit *>(watched);
+    if (event->type() == QEvent::FocusIn)
+        clickedInto_ = static_cast<QFocusEvent *>(event)->reason() == Qt::MouseFocusReason ? field : nullptr;
+    else if (event->type() == QEvent::MouseButtonRelease && std::exchange(clickedInto_, nullptr) == field
+        && !field->hasSelectedText())
+        Entered(field);
+    return false;
 }
 
 void EntryPanel::Left(QWidget *field)

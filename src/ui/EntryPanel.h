@@ -102,10 +102,9 @@ public:
     void ShowActivity(const QString &text);
     void EndActivity(const QString &text);
 
-    // The window forwards these.
+    // The window forwards these, and the ticks of the clock.
     void Entered(QWidget *field);
     void Left(QWidget *field);
-    // One tick of the clock.
     void Tick();
 
 Q_SIGNALS:
@@ -119,6 +118,7 @@ Q_SIGNALS:
     void FieldRefused(QWidget *field, const QString &message);
 
 private:
+    bool eventFilter(QObject *watched, QEvent *event) override;
     void AttachFilters();
     void Connect();
     void ConnectChecks();
@@ -139,6 +139,7 @@ private:
     std::unique_ptr<Ui::EntryPanel> ui_;
     EntryClock *clock_ = nullptr;
     int entryField_ = 1;
+    QLineEdit *clickedInto_ = nullptr; // got the focus by a click whose button is still down
     QString warnedFrequency_; // the out-of-band value that was told last
     struct Saved {
         QString mode, mhz, khz;

@@ -311,6 +311,18 @@ private Q_SLOTS:
         QCOMPARE(LastStored(&QsoRow::Frecuencia), u"3.490"_qs);
     }
 
+    void AClickIntoAFieldSelectsLikeEnter()
+    {
+        Begin();
+        const std::pair<Words, Words> fields[] = {
+            {"Fecha", "25"}, {"Hora", "15"}, {"RSE", "59"}, {"RSR", "59"}, {"Text1", "650"}, {"Obs", {}}};
+        for (const auto &[field, selected] : fields)
+            for (const Words &expected : {selected, Words()}) { // the second click sets the caret
+                Click(field);
+                QCOMPARE(Find<QLineEdit>(field)->selectedText(), expected);
+            }
+    }
+
     void ATypedChoiceThatIsLeftIsNoClick()
     {
         Begin();

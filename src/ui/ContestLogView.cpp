@@ -46,8 +46,7 @@ ContestLogView::ContestLogView(Program &program, Ui::Form4 &ui, Window &window)
         panel->setSizePolicy(kept);
         panel->hide();
     }
-    connect(ui_.ListView2, &QAbstractItemView::doubleClicked, this,
-        [this](const QModelIndex &index) { EditRow(log_.RowAt(index.row()), index.row()); });
+    ui_.ListView2->OpenRows(this, [this](const QModelIndex &index) { EditRow(log_.RowAt(index.row()), index.row()); });
 }
 
 bool ContestLogView::TellIfFailed(const Failure *failure)

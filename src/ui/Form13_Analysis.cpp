@@ -27,7 +27,7 @@ Form13::Form13(Program &program, QWidget *owner)
     Form8::SetUpList(model_);
     ui_->ListView1->setModel(&model_);
     ui_->ListView1->SetColumnTwips({0, 4000, 1500, 750});
-    connect(ui_->ListView1, &QAbstractItemView::doubleClicked, this, &Form13::Analyse);
+    ui_->ListView1->OpenRows(this, [this](const QModelIndex &row) { Analyse(row); });
     CaptureLayout(this);
     FitToScreen(this, screen()->availableSize(), true);
 }

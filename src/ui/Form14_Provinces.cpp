@@ -106,7 +106,7 @@ void Form14::SetUpLists()
 
 void Form14::Connect()
 {
-    connect(ui_->ListView2->header(), &QHeaderView::sectionClicked, this, &Form14::SortBy);
+    ui_->ListView2->SortBy(this, [this](int column) { SortBy(column); });
     connect(ui_->Check1, &QCheckBox::toggled, this, [this](bool on) { ShowQsos(on); });
     connect(ui_->Command1, &QPushButton::clicked, this, &Form14::AskMembers);
     connect(ui_->Command2, &QPushButton::clicked, this, [this] {

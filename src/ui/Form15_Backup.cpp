@@ -10,7 +10,6 @@
 #include "ui/Windows.h"
 #include "ui_Form15_Backup.h"
 
-#include <QHeaderView>
 #include <QKeyEvent>
 #include <QScreen>
 
@@ -66,7 +65,7 @@ Form15::Form15(Program &program, QWidget *owner)
     model_.setSortRole(sortRole);
     ui_->ListView1->setModel(&model_);
     ui_->ListView1->SetColumnTwips({5000, 1300});
-    connect(ui_->ListView1->header(), &QHeaderView::sectionClicked, this, &Form15::SortBy);
+    ui_->ListView1->SortBy(this, [this](int column) { SortBy(column); });
     connect(ui_->Command1, &QPushButton::clicked, this, &Form15::ExportAllLogsAdif);
     CaptureLayout(this);
     FitToScreen(this, screen()->availableSize(), true);

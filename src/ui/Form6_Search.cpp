@@ -110,8 +110,8 @@ void Form6::Connect()
     connect(ui_->Command4, &QPushButton::clicked, this, &Form6::ClearSearchFilters);
     connect(ui_->Command1, &QPushButton::clicked, this, &Form6::ExportSearchResultsAdif);
     connect(ui_->Command5, &QPushButton::clicked, this, &Form6::ShowProvinces);
-    connect(ui_->ListView2->header(), &QHeaderView::sectionClicked, this, &Form6::SortBy);
-    connect(ui_->ListView2, &QAbstractItemView::doubleClicked, this, &Form6::EditRow);
+    ui_->ListView2->SortBy(this, [this](int column) { SortBy(column); });
+    ui_->ListView2->OpenRows(this, [this](const QModelIndex &row) { EditRow(row); });
 }
 
 void Form6::ConnectUploads()

@@ -23,7 +23,7 @@ Form8::Form8(Program &program, QWidget *owner)
     ui_->ListView1->SetColumnTwips({0, 4000, 1500, 750});
     FieldFilter::Attach(ui_->Text1, {}, LetterCase::Upper);
     ShowFocusOn({ui_->Text1});
-    connect(ui_->ListView1, &QAbstractItemView::doubleClicked, this, &Form8::Take);
+    ui_->ListView1->OpenRows(this, [this](const QModelIndex &row) { Take(row); });
     connect(ui_->ListView1, &QWidget::customContextMenuRequested, this, &Form8::ShowMenu);
     connect(ui_->Command1, &QPushButton::clicked, this, &Form8::Create);
     CaptureLayout(this);

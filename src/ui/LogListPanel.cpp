@@ -10,8 +10,6 @@
 #include "ui/Window.h"
 #include "ui_LogListPanel.h"
 
-#include <QHeaderView>
-
 namespace {
 
 // Room for the caption of an ordinary log; a longer one is cut where the window has no more, and does not widen it.
@@ -38,7 +36,7 @@ LogListPanel::LogListPanel(Program &program, QWidget *parent)
     QSizePolicy kept = ui_->ListView2->sizePolicy();
     kept.setRetainSizeWhenHidden(true);
     ui_->ListView2->setSizePolicy(kept);
-    connect(ui_->ListView2->header(), &QHeaderView::sectionClicked, &model_, &LogListModel::SortByColumn);
+    ui_->ListView2->SortBy(this, [this](int column) { model_.SortByColumn(column); });
     connect(ui_->anterior, &QPushButton::clicked, this, &LogListPanel::FirstPage);
     connect(ui_->menos, &QPushButton::clicked, this, &LogListPanel::PageUp);
     connect(ui_->mas, &QPushButton::clicked, this, &LogListPanel::PageDown);
@@ -48,8 +46,7 @@ LogListPanel::LogListPanel(Program &program, QWidget *parent)
         ReloadPage();
         Q_EMIT PageMoved();
     });
-    connect(ui_->ListView2, &QAbstractItemView::doubleClicked, this,
-        [this](const QModelIndex &index) { Q_EMIT QsoChosen(model_.RowAt(index.row())); });
+    ui_->ListView2->OpenRows(this, [this](const QModelIndex &index) { Q_EMIT QsoChosen(model_.RowAt(index.row())); });
     ShowPaging();
 }
 

@@ -3,10 +3,10 @@
 #include "ui/ProvinceView.h"
 
 #include "ui/ProvinceModel.h"
+#include "ui/TitleHeader.h"
 
 #include <QEvent>
 #include <QFontMetrics>
-#include <QHeaderView>
 #include <QPainter>
 #include <QStyledItemDelegate>
 #include <algorithm>
@@ -114,13 +114,14 @@ private:
 
 ProvinceView::ProvinceView(QWidget *parent)
     : QTreeView(parent)
+    , titles_(new TitleHeader(this))
 {
+    setHeader(titles_);
     setItemDelegate(new CellDelegate(this));
     setRootIsDecorated(false);
     setItemsExpandable(false);
     setSelectionBehavior(QAbstractItemView::SelectRows);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    header()->setSectionsClickable(true);
     header()->setSectionsMovable(false);
     header()->setMinimumSectionSize(10);
 }
@@ -134,6 +135,8 @@ void ProvinceView::SetUpColumns()
             column, column < ProvinceModel::FirstBand ? QHeaderView::Fixed : QHeaderView::Stretch);
     FitNames();
 }
+
+void ProvinceView::SortBy(QObject *context, const std::function<void(int)> &sort) { titles_->SortBy(context, sort); }
 
 // The setting above is per column; names and numbers get what their longest text needs.
 void ProvinceView::FitNames()

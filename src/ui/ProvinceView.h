@@ -4,6 +4,8 @@
 
 #include <QTreeView>
 
+class TitleHeader;
+
 // The table of provinces as a map: cells tinted by their state with the icon in the middle, the bands sharing the
 // width, rows the height that is there, the totals set off below. Shows a ProvinceModel.
 class ProvinceView : public QTreeView {
@@ -16,6 +18,8 @@ public:
     void SetUpColumns();
     // All rows share the height that is there, as far as their text allows.
     int RowHeight(int row = 0) const;
+    // See ReportView.
+    void SortBy(QObject *context, const std::function<void(int)> &sort);
 
 protected:
     void resizeEvent(QResizeEvent *event) override;
@@ -23,4 +27,6 @@ protected:
 
 private:
     void FitNames();
+
+    TitleHeader *titles_;
 };

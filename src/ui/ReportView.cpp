@@ -3,11 +3,12 @@
 #include "ui/ReportView.h"
 
 #include "ui/Theme.h"
+#include "ui/TitleHeader.h"
 #include "ui/WindowScaler.h"
 
 #include <QFontMetrics>
 #include <QGuiApplication>
-#include <QHeaderView>
+#include <QKeyEvent>
 #include <QPainter>
 #include <QStyledItemDelegate>
 #include <algorithm>
@@ -30,7 +31,9 @@ public:
 
 ReportView::ReportView(QWidget *parent)
     : QTreeView(parent)
+    , titles_(new TitleHeader(this))
 {
+    setHeader(titles_);
     setItemDelegate(new RowDelegate(this));
     setRootIsDecorated(false);
     setItemsExpandable(false);
@@ -39,8 +42,6 @@ ReportView::ReportView(QWidget *parent)
     setSelectionBehavior(QAbstractItemView::SelectRows);
     setEditTriggers(QAbstractItemView::NoEditTriggers);
     header()->setStretchLastSection(false);
-    header()->setSectionsClickable(true);
-    header()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
     connect(header(), &QHeaderView::sectionResized, this,
         [this] { dragged_ = dragged_ || QGuiApplication::mouseButtons() != Qt::NoButton; });
 }
@@ -75,6 +76,23 @@ void ReportView::ShareRoom()
             setColumnWidth(column, next - edge);
         edge = next;
     }
+}
+
+void ReportView::SortBy(QObject *context, const std::function<void(int)> &sort) { titles_->SortBy(context, sort); }
+
+void ReportView::OpenRows(QObject *context, const std::function<void(const QModelIndex &)> &open)
+{
+    connect(this, &QAbstractItemView::doubleClicked, context, open);
+    opens_ = true;
+    setAccessibleDescription(u"Ctrl+E abre la fila elegida"_qs);
+}
+
+void ReportView::keyPressEvent(QKeyEvent *event)
+{
+    if (!opens_ || event->key() != Qt::Key_E || event->modifiers() != Qt::ControlModifier)
+        QTreeView::keyPressEvent(event);
+    else if (currentIndex().isValid() && !event->isAutoRepeat())
+        Q_EMIT doubleClicked(currentIndex());
 }
 
 void ReportView::resizeEvent(QResizeEvent *event)

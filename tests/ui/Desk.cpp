@@ -297,6 +297,8 @@ CqCaller &Desk::Caller() const { return process_->caller; }
 
 Logbook &Desk::OpenLogbook() const { return process_->logbook; }
 
+Windows &Desk::AllWindows() const { return *process_->windows; }
+
 // --- What the operator sees and does
 
 Form1 &Desk::Main() const { return process_->windows->Main(); }

@@ -18,6 +18,8 @@
 #include <QLineEdit>
 #include <QTimer>
 
+class Windows;
+
 // A text that a test writes as a plain literal.
 struct Words : QString {
     Words() = default;
@@ -166,6 +168,7 @@ public:
     QStringList marks;
 
     Logbook &OpenLogbook() const;
+    Windows &AllWindows() const;
     CqCaller &Caller() const;
 
 private:

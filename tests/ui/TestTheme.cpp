@@ -1,5 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The Tordillo Compact authors
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "support/Contrast.h"
 #include "support/TestRegistry.h"
 #include "ui/Theme.h"
 
@@ -8,21 +9,8 @@
 #include <QLineEdit>
 #include <QTest>
 #include <QToolTip>
-#include <cmath>
 
 namespace {
-
-double Luminance(const QColor &colour)
-{
-    auto part = [](double c) { return c <= 0.03928 ? c / 12.92 : std::pow((c + 0.055) / 1.055, 2.4); };
-    return 0.2126 * part(colour.redF()) + 0.7152 * part(colour.greenF()) + 0.0722 * part(colour.blueF());
-}
-
-double Contrast(const QColor &a, const QColor &b)
-{
-    const double x = Luminance(a), y = Luminance(b);
-    return (std::max(x, y) + 0.05) / (std::min(x, y) + 0.05);
-}
 
 using Pair = std::pair<QPalette::ColorRole, QPalette::ColorRole>;
 using P = QPalette;

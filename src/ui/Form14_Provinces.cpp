@@ -18,6 +18,7 @@
 namespace {
 
 constexpr int shownColumns = 18, callColumn = 2;
+constexpr int narrowList = 210, flatList = 64; // of members: beside the table, below the contacts
 constexpr int pictureSide = 128; // drawn large, so that it can be shown at any scale
 const QString askingText = u"Consultando LdA ..."_qs;
 const QString memberPath = u"/php/tordillo55.php?"_qs;
@@ -151,9 +152,15 @@ void Form14::Fill(const ProvinceStatistics &statistics)
     FillGrids(*ui_->List2, *ui_->Frame3, u"Trabajadas"_qs, tally.WorkedGrids());
 }
 
-// The list of contacts takes the room of the grids; what explains the table goes with it.
+// The list of contacts takes the room of the grids; what explains the table goes with it. The members go below the
+// list then, flat, so that all its columns keep their room.
 void Form14::ShowQsos(bool on)
 {
+    ui_->filas32->setDirection(on ? QBoxLayout::TopToBottom : QBoxLayout::LeftToRight);
+    ui_->filas38->setDirection(on ? QBoxLayout::LeftToRight : QBoxLayout::TopToBottom);
+    const double scale = ScaleOf(this);
+    ui_->List3->setMaximumSize(
+        on ? QSize(QWIDGETSIZE_MAX, int(flatList * scale)) : QSize(int(narrowList * scale), QWIDGETSIZE_MAX));
     ui_->tablas->setCurrentIndex(on);
     for (QWidget *part : std::initializer_list<QWidget *>{ui_->grillas, ui_->Frame2, ui_->Frame3, ui_->Image1,
              ui_->leyenda1, ui_->Image2, ui_->leyenda2, ui_->Image3, ui_->leyenda3})

@@ -127,6 +127,17 @@ private Q_SLOTS:
             QCOMPARE(Listed(), u"CX1A CX3A CX5A CX7A CX2A CX4A CX6A"_qs);
             ClickTitle("ListView2", 1); // "ID" sorts by the band
             QCOMPARE(Listed(), u"CX3A CX6A CX1A CX5A CX7A CX2A CX4A"_qs);
+            Find("Command8")->setFocus();
+            for (const int key : {Qt::Key_Tab, Qt::Key_Right, Qt::Key_Right, Qt::Key_Space}) // by keyboard
+                Press(key);
+            QCOMPARE(Listed(), u"CX7A CX6A CX5A CX4A CX3A CX2A CX1A"_qs);
+            Press(Qt::Key_Down);
+            Press(Qt::Key_Down);
+            InModal([&] { Press(Qt::Key_E, Qt::ControlModifier); },
+                [&] {
+                    QCOMPARE(Text("Text2"), u"CX6A"_qs);
+                    Front()->close();
+                });
         });
     }
 

@@ -6,6 +6,7 @@
 
 #include <QHeaderView>
 #include <QImage>
+#include <QLineEdit>
 #include <QStandardItemModel>
 #include <QTest>
 #include <QWindow>
@@ -83,6 +84,58 @@ private Q_SLOTS:
         QVERIFY(dragged[1] < room * 2 / 3 - 20);
         Resize(800);
         QCOMPARE(Widths(), dragged);
+    }
+
+    void TitlesAndRowsAreWorkedByKeyboard()
+    {
+        QWidget window;
+        auto *before = new QLineEdit(&window), *after = new QLineEdit(&window);
+        auto *list = new ReportView(&window);
+        list->setAccessibleName(u"Lista"_qs);
+        QWidget::setTabOrder(before, list);
+        QWidget::setTabOrder(list, after);
+        list->setModel(&model_);
+        list->SetColumnTwips({0, 6000, 6000}); // wider than the window
+        QStringList done;
+        list->SortBy(this, [&](int column) { done << u"sort %1"_qs.arg(column); });
+        list->OpenRows(this, [&](const QModelIndex &row) { done << u"open %1"_qs.arg(row.row()); });
+        window.resize(300, 200);
+        list->setGeometry(0, 0, 300, 150);
+        window.show();
+        window.activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&window));
+        const auto press = [&](std::initializer_list<int> keys) {
+            for (const int key : keys)
+                QTest::keyClick(window.windowHandle(), Qt::Key(key));
+        };
+        const auto isSeen = [&](int column) {
+            const int left = list->header()->sectionViewportPosition(column);
+            return left < list->viewport()->width() / 2 && left + list->columnWidth(column) > 100;
+        };
+        before->setFocus();
+        press({Qt::Key_Tab});
+        QCOMPARE(window.focusWidget(), list->header());
+        QCOMPARE(list->header()->accessibleName(), u"Corresponsal, título de Lista"_qs);
+        press({Qt::Key_Left, Qt::Key_Space, Qt::Key_Right, Qt::Key_Right, Qt::Key_Space}); // ends at both ends
+        QCOMPARE(done, (QStringList{u"sort 1"_qs, u"sort 2"_qs}));
+        QCOMPARE(list->header()->accessibleName(), u"Hora, título de Lista"_qs);
+        QVERIFY(isSeen(2));
+        press({Qt::Key_Home, Qt::Key_Space, Qt::Key_End, Qt::Key_Space, Qt::Key_Home});
+        QCOMPARE(done.mid(2), (QStringList{u"sort 1"_qs, u"sort 2"_qs}));
+        QVERIFY(isSeen(1));
+        const QColor plain = list->header()->grab().toImage().pixelColor(20, 1);
+        press({Qt::Key_Down});
+        QCOMPARE(window.focusWidget(), list);
+        QVERIFY(list->header()->grab().toImage().pixelColor(20, 1) != plain); // the frame is gone
+        press({Qt::Key_Down});
+        QTest::keyClick(window.windowHandle(), Qt::Key_E, Qt::ControlModifier);
+        QCOMPARE(done.mid(4), QStringList{u"open %1"_qs.arg(list->currentIndex().row())});
+        press({Qt::Key_Tab});
+        QCOMPARE(window.focusWidget(), after);
+
+        auto *plainList = new ReportView(&window);
+        plainList->setModel(&model_);
+        QCOMPARE(plainList->header()->focusPolicy(), Qt::NoFocus); // nothing to do there
     }
 };
 

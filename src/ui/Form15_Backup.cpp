@@ -83,6 +83,7 @@ void Form15::OpenBackupWindow()
     FillList(*logs);
     ui_->ProgressBar1->setValue(0);
     ui_->Command1->setEnabled(true);
+    ui_->ListView1->setFocus();
     if (total_ > importable)
         program_.scheduler.WhenIdle([this] {
             dialogs().Message(this,

@@ -51,6 +51,7 @@
 #include <QComboBox>
 #include <QDir>
 #include <QFile>
+#include <QHeaderView>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QMessageBox>
@@ -58,6 +59,7 @@
 #include <QPushButton>
 #include <QTemporaryDir>
 #include <QTimer>
+#include <QTreeView>
 #include <functional>
 
 namespace {
@@ -256,11 +258,18 @@ void TakeProvinces(Program &program, const std::function<QString(const char *)> 
     const auto ofLog = StatisticsOfLog(program.logbook.Store(), program.logbook.LogInUse, 46, run);
     QTimer::singleShot(150, &form14, [&] { form14.findChild<QCheckBox *>(u"Check1"_qs)->setChecked(true); });
     TakeModal(form14, path("Form14_QSOs"), [&] { form14.ShowStatistics(form1, source, *ofLog); });
-    QTimer::singleShot(150, &form14, [&] {
-        form14.findChild<QWidget *>(u"Frame5"_qs)->show();
-        form14.findChild<QListWidget *>(u"List3"_qs)->addItem(u"LU1ABC Juan Pérez>24/11/2026"_qs);
-    });
-    TakeModal(form14, path("Form14_miembros"), [&] { form14.ShowStatistics(form1, source, SampleProvinces()); });
+    for (const auto &[file, contacts] :
+        {std::pair("Form14_miembros", false), std::pair("Form14_QSOs_miembros", true)}) {
+        QTimer::singleShot(150, &form14, [&, on = contacts] {
+            form14.findChild<QWidget *>(u"Frame5"_qs)->show();
+            auto *members = form14.findChild<QListWidget *>(u"List3"_qs);
+            members->clear();
+            members->addItem(u"LU1ABC Juan Pérez>24/11/2026"_qs);
+            form14.findChild<QCheckBox *>(u"Check1"_qs)->setChecked(on);
+        });
+        TakeModal(
+            form14, path(file), [&] { form14.ShowStatistics(form1, source, contacts ? *ofLog : SampleProvinces()); });
+    }
 }
 
 void TakeManual(Program &program, const std::function<QString(const char *)> &path)
@@ -296,7 +305,16 @@ void TakeAll(Program &program, const std::function<QString(const char *)> &path)
     const Result<QList<QsoRow>> rows = QsosWithCall(logbook.Store(), logbook.LogInUse, u"LU"_qs);
     Form17 &form17 = program.windows.CallQsos();
     TakeModal(form17, path("Form17"), [&] { form17.Show(u"LU"_qs, *rows); });
-    TakeModal(program.windows.Search(), path("Form6"), [&] { program.windows.Search().ShowSearch(); });
+    Form6 &form6 = program.windows.Search();
+    QTimer::singleShot(300, &form6, [&] {
+        Take(form6, path("Form6"));
+        auto *list = form6.findChild<QTreeView *>(u"ListView2"_qs);
+        list->setCurrentIndex(list->model()->index(3, 2));
+        list->header()->setFocus();
+        Take(form6, path("Form6_titulos"));
+        form6.hide();
+    });
+    form6.ShowSearch();
     const auto newest = QsoEdit::FindQso(logbook.Store(), logbook.LogInUse, std::nullopt);
     Form5 &form5 = program.windows.EditQso();
     TakeModal(form5, path("Form5"), [&] { form5.OpenEditFromList(**newest, Form5::EditCaller::None); });

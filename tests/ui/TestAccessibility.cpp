@@ -34,6 +34,7 @@
 #include "ui/SatellitePanel.h"
 #include "ui/TextWindow.h"
 #include "ui/Theme.h"
+#include "ui/WindowScaler.h"
 #include "ui/Windows.h"
 
 #include <QAbstractSlider>
@@ -466,6 +467,10 @@ class TestAccessibility : public QObject {
         const QSize screen = window.screen()->availableSize();
         if (screen.width() >= 1280 && (window.width() > screen.width() || window.height() > screen.height()))
             Fault(view, &window, u"%1x%2 is larger than the screen"_qs.arg(window.width()).arg(window.height()));
+        // On the screen that a window is drawn for and on larger ones its letters keep their share.
+        const double wanted = std::min(screen.width() / 1366.0, screen.height() / 768.0);
+        if (wanted >= 1 && ScaleOf(&window) < wanted * 0.98)
+            Fault(view, &window, u"letters of %1, with room for %2"_qs.arg(ScaleOf(&window)).arg(wanted));
         for (QWidget *widget : Shown(window)) {
             if (const int missing = IsPart(widget) ? 0 : CutOff(widget); missing > 0)
                 Fault(view, widget, u"%1 pixels are missing"_qs.arg(missing));

@@ -1,11 +1,10 @@
 // SPDX-FileCopyrightText: 2026 The Tordillo Compact authors
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ContestDesk.h"
+#include "ControlLook.h"
 #include "support/Contrast.h"
 #include "support/TestRegistry.h"
 #include "ui/AnswerColours.h"
-#include "ui/ClickLabel.h"
-#include "ui/Field.h"
 #include "ui/Form10_About.h"
 #include "ui/Form11_Satellites.h"
 #include "ui/Form12_AdifImport.h"
@@ -37,8 +36,6 @@
 #include "ui/WindowScaler.h"
 #include "ui/Windows.h"
 
-#include <QAbstractSlider>
-#include <QAbstractSpinBox>
 #include <QAccessible>
 #include <QApplication>
 #include <QButtonGroup>
@@ -48,17 +45,14 @@
 #include <QHeaderView>
 #include <QLabel>
 #include <QMenuBar>
-#include <QPlainTextEdit>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QScreen>
 #include <QScrollBar>
-#include <QStyleOptionComboBox>
-#include <QStyleOptionGroupBox>
 #include <QTest>
-#include <QTextBlock>
-#include <QTextBrowser>
 #include <QTreeView>
+
+using namespace ControlLook;
 
 namespace {
 
@@ -72,33 +66,6 @@ QString Sign(const QWidget *widget)
     return QString::fromLatin1(widget->metaObject()->className()) + u' ' + widget->objectName();
 }
 
-// Scroll bars, the line edit of a combo box and the like belong to the control that they lie in.
-bool IsPart(const QWidget *widget)
-{
-    const QWidget *parent = widget->parentWidget();
-    return qobject_cast<const QScrollBar *>(widget) || widget->objectName().startsWith(u"qt_")
-        || qobject_cast<const QComboBox *>(parent) || qobject_cast<const QAbstractSpinBox *>(parent)
-        || (qobject_cast<const QHeaderView *>(widget) && widget->focusPolicy() == Qt::NoFocus);
-}
-
-bool TakesInput(const QWidget *widget)
-{
-    if (IsPart(widget))
-        return false;
-    return qobject_cast<const QAbstractButton *>(widget) || qobject_cast<const QLineEdit *>(widget)
-        || qobject_cast<const QComboBox *>(widget) || qobject_cast<const QAbstractSpinBox *>(widget)
-        || qobject_cast<const QAbstractSlider *>(widget) || qobject_cast<const QAbstractItemView *>(widget)
-        || qobject_cast<const QTextEdit *>(widget) || qobject_cast<const QPlainTextEdit *>(widget)
-        || qobject_cast<const ClickLabel *>(widget);
-}
-
-QList<QWidget *> Shown(const QWidget &window)
-{
-    QList<QWidget *> shown = window.findChildren<QWidget *>();
-    shown.removeIf([&](const QWidget *widget) { return widget->window() != &window || !widget->isVisible(); });
-    return shown;
-}
-
 QRect Place(const QWidget *widget) { return {widget->mapTo(widget->window(), QPoint()), widget->size()}; }
 
 // Where a walk that has reached `from` must not go next: back to the left in the same row, or up without going right.
@@ -108,122 +75,6 @@ bool GoesBack(const QRect &from, const QRect &to)
     if (common > std::min(from.height(), to.height()) / 2)
         return to.right() < from.left();
     return to.bottom() <= from.top() + from.height() / 2 && to.left() < from.right();
-}
-
-QColor Ground(const QWidget *widget)
-{
-    while (!widget->isWindow() && !widget->autoFillBackground())
-        widget = widget->parentWidget();
-    return widget->palette().color(widget->backgroundRole());
-}
-
-struct Reading {
-    QColor text, ground;
-};
-
-QList<Reading> ReadingsOfList(const QAbstractItemView &list)
-{
-    QPalette palette = list.palette();
-    if (qobject_cast<const ReportView *>(&list))
-        palette = ListRowPalette(CurrentTheme());
-    QList<Reading> readings{{palette.color(QPalette::Text), palette.color(QPalette::Base)},
-        {palette.color(QPalette::HighlightedText), palette.color(QPalette::Highlight)}};
-    const QAbstractItemModel *model = list.model();
-    for (int row = 0; row < std::min(model->rowCount(), 5); ++row)
-        for (int column = 0; column < model->columnCount(); ++column) {
-            const QVariant own = model->index(row, column).data(Qt::ForegroundRole);
-            const QColor text = own.isValid() ? own.value<QColor>() : palette.color(QPalette::Text);
-            for (const auto role : {QPalette::Base, QPalette::AlternateBase})
-                readings << Reading{text, palette.color(role)};
-        }
-    return readings;
-}
-
-QList<Reading> ReadingsOfDocument(const QTextDocument &document, const QPalette &palette)
-{
-    QList<Reading> readings{{palette.color(QPalette::Text), palette.color(QPalette::Base)}};
-    for (QTextBlock block = document.begin(); block.isValid(); block = block.next())
-        for (auto part = block.begin(); !part.atEnd(); ++part) {
-            const QTextCharFormat format = part.fragment().charFormat();
-            readings << Reading{format.hasProperty(QTextFormat::ForegroundBrush) ? format.foreground().color()
-                                                                                 : palette.color(QPalette::Text),
-                format.hasProperty(QTextFormat::BackgroundBrush) ? format.background().color()
-                                                                 : palette.color(QPalette::Base)};
-        }
-    return readings;
-}
-
-// What has to be read in a control.
-QList<Reading> Readings(QWidget *widget)
-{
-    const QPalette palette = widget->palette();
-    const auto pair = [&](QPalette::ColorRole text, QPalette::ColorRole ground) {
-        return QList<Reading>{{palette.color(text), palette.color(ground)}};
-    };
-    if (const auto *edit = qobject_cast<QTextEdit *>(widget))
-        return ReadingsOfDocument(*edit->document(), palette);
-    if (const auto *list = qobject_cast<QAbstractItemView *>(widget); list && !qobject_cast<QHeaderView *>(widget))
-        return ReadingsOfList(*list);
-    if (qobject_cast<QLineEdit *>(widget) || qobject_cast<QPlainTextEdit *>(widget))
-        return pair(QPalette::Text, QPalette::Base) + pair(QPalette::PlaceholderText, QPalette::Base);
-    if (qobject_cast<QPushButton *>(widget) || qobject_cast<QComboBox *>(widget) || qobject_cast<QHeaderView *>(widget))
-        return pair(QPalette::ButtonText, QPalette::Button);
-    if (qobject_cast<QLabel *>(widget) || qobject_cast<QAbstractButton *>(widget) || qobject_cast<QGroupBox *>(widget)
-        || qobject_cast<QMenuBar *>(widget))
-        return {{palette.color(QPalette::WindowText), Ground(widget)}};
-    return {};
-}
-
-// How many pixels of its text a control has no room for.
-int CutOff(QWidget *widget)
-{
-    if (const auto *label = qobject_cast<QLabel *>(widget)) {
-        if (label->text().isEmpty() || label->sizePolicy().horizontalPolicy() == QSizePolicy::Ignored)
-            return 0;
-        if (label->wordWrap())
-            return label->heightForWidth(label->width()) - label->height();
-        return std::max(label->sizeHint().width() - label->width(), label->sizeHint().height() - label->height());
-    }
-    if (const auto *combo = qobject_cast<QComboBox *>(widget)) {
-        QStyleOptionComboBox option;
-        option.initFrom(combo);
-        option.editable = combo->isEditable();
-        const QRect room =
-            combo->style()->subControlRect(QStyle::CC_ComboBox, &option, QStyle::SC_ComboBoxEditField, combo);
-        int longest = 0;
-        for (int i = 0; i < combo->count(); ++i)
-            longest = std::max(longest, combo->fontMetrics().horizontalAdvance(combo->itemText(i)));
-        return std::max(longest - room.width(), combo->sizeHint().height() - combo->height());
-    }
-    if (const auto *box = qobject_cast<QGroupBox *>(widget)) {
-        QStyleOptionGroupBox option;
-        option.initFrom(box);
-        option.text = box->title();
-        option.subControls = QStyle::SC_GroupBoxLabel;
-        return box->fontMetrics().horizontalAdvance(box->title()) - box->width() + 8;
-    }
-    if (const auto *header = qobject_cast<QHeaderView *>(widget)) {
-        int most = 0;
-        for (int i = 0; i < header->count(); ++i)
-            if (!header->isSectionHidden(i)) {
-                const QString title = header->model()->headerData(i, header->orientation()).toString();
-                most = std::max(most, header->fontMetrics().horizontalAdvance(title) + 4 - header->sectionSize(i));
-            }
-        return most;
-    }
-    if (const auto *button = qobject_cast<QPushButton *>(widget)) {
-        const QSize text = button->fontMetrics().size(Qt::TextShowMnemonic, button->text());
-        const int margin = button->fontMetrics().height() / 2;
-        return std::max(text.width() + margin - button->width(), text.height() + margin / 2 - button->height());
-    }
-    if (qobject_cast<QAbstractButton *>(widget))
-        return std::max(widget->sizeHint().width() - widget->width(), widget->sizeHint().height() - widget->height());
-    if (const auto *field = qobject_cast<Field *>(widget))
-        return std::max(
-            field->minimumSizeHint().width() - field->width(), field->sizeHint().height() - field->height());
-    if (qobject_cast<QLineEdit *>(widget) || qobject_cast<QAbstractSpinBox *>(widget))
-        return widget->sizeHint().height() - widget->height();
-    return 0;
 }
 
 } // namespace

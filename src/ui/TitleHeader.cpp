@@ -20,6 +20,7 @@ void TitleHeader::SortBy(QObject *context, const std::function<void(int)> &sort)
     connect(this, &QHeaderView::sectionClicked, context, sort);
     setSectionsClickable(true);
     setFocusPolicy(Qt::TabFocus);
+    setObjectName(u"titulos"_qs + list_->objectName());
     setToolTip(u"Un clic en un título ordena la lista. Con el teclado: Tab hasta los títulos, flechas y Espacio"_qs);
     setAccessibleName(u"Títulos: "_qs + list_->accessibleName());
     setAccessibleDescription(u"Las flechas eligen un título y Espacio ordena la lista por él"_qs);

@@ -68,8 +68,6 @@ bool AdifExport::Write(const QString &path, const Next &next, bool lastLine, con
 void AdifExport::AskToView(const QString &path)
 {
     const QString question = path + u"\nGuardado!\n\nDesea verlo?"_qs;
-    if (!program_.dialogs.Ask(owner_, question, Dialogs::Icon::Exclamation, Dialogs::Button::No))
-        return;
-    if (!OpenTextFile(program_.logbook, path))
-        program_.dialogs.Message(owner_, u"No se encontró un programa para ver el archivo\n%1"_qs.arg(path));
+    if (program_.dialogs.Ask(owner_, question, Dialogs::Icon::Exclamation, Dialogs::Button::No))
+        ShowTextFile(program_, owner_, path);
 }

@@ -102,7 +102,7 @@ void Form13::Analyse(const QModelIndex &row)
     working_ = false;
     if (report) {
         Tell(*report);
-        OpenTextFile(logbook, *report);
+        ShowTextFile(program_, this, *report);
     } else {
         Tell({});
         if (report.failure().kind != Failure::Kind::Cancelled)

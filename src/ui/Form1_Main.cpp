@@ -408,7 +408,7 @@ void Form1::OpenSummits()
 {
     const QString path = program_.logbook.PathOf(summitsName);
     if (program_.logbook.Files().Exists(path))
-        OpenTextFile(program_.logbook, path);
+        ShowTextFile(program_, this, path);
 }
 
 void Form1::SetViaSatellite(bool on)

@@ -105,7 +105,7 @@ void Form9::WriteCabrilloFile()
     CheckWrittenFile(path);
     const QString question = path + u"\nGuardado!\n\nDesea verlo?"_qs;
     if (dialogs().Ask(this, question, Dialogs::Icon::Exclamation, Dialogs::Button::No))
-        OpenTextFile(program_.logbook, path);
+        ShowTextFile(program_, this, path);
     hide();
 }
 

@@ -4,8 +4,9 @@
 
 #include <QString>
 
-class Logbook;
+struct Program;
+class QWidget;
 
 // Opens a text file for the operator to read: with the editor named in programas.ini ([programas], key "editor"), or
-// with the system's own viewer. Gives false when neither could be started.
-bool OpenTextFile(const Logbook &logbook, const QString &path);
+// with the system's own viewer. That none could be started is told above `owner`.
+void ShowTextFile(Program &program, QWidget *owner, const QString &path);

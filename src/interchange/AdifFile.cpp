@@ -208,14 +208,12 @@ public:
 
     Result<void> Take(const QByteArray &line)
     {
-        if (inHeader_ && Adif::Holds(line, "<PROGRAMID:"))
+        if (Adif::Holds(line, "<PROGRAMID:"))
             repaired_.program = ProgramOf(line);
         if (line.contains("eQSL.cc"))
             repaired_.program = u"eQSL"_qs;
-        if (Adif::Holds(line, "<EOH>")) {
-            inHeader_ = false;
+        if (Adif::Holds(line, "<EOH>"))
             record_.clear();
-        }
         if (Adif::Holds(line, "<EOR>"))
             return End(line);
         if (!line.isEmpty() && line.toUpper() != "<EOH>")
@@ -244,7 +242,6 @@ private:
     Repaired &repaired_;
     const Report &report_;
     QByteArray record_;
-    bool inHeader_ = true;
 };
 
 } // namespace

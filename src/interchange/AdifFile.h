@@ -31,7 +31,7 @@ using Show = std::function<void(const QString &text)>;
 struct Repaired {
     QString path; // the file of one record a line
     qint64 lines = 0; // read from the file that was repaired
-    QString program; // that wrote it, from the header
+    QString program; // that wrote it; the last that the file names
     QList<qint64> recordLines; // where the contacts of the new file ended in the old one
 };
 

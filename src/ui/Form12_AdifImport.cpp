@@ -104,7 +104,7 @@ void Form12::ClearLabels()
     for (QListWidget *list : {ui_->List1, ui_->List2, ui_->List3})
         list->clear();
     records_ = {};
-    program4_.clear();
+    writtenBy_.clear();
     typedStation_.clear();
     prepared_.clear();
     newOnes_ = repeats_ = 0;
@@ -176,8 +176,7 @@ bool Form12::RepairAndRead(const QString &path, Run &run)
     };
     const auto show = [this](const QString &text) { ShowActivity(text); };
     Result<bool> split = AdifFile::SplitSingleLineFile(files, path, copy, run, show);
-    using Kind = Failure::Kind;
-    if (!split && (split.failure().kind == Kind::ReadOnly || split.failure().kind == Kind::Full)) {
+    if (!split && (split.failure().kind == Failure::Kind::ReadOnly || split.failure().kind == Failure::Kind::Full)) {
         // A disc, a full stick or somebody else's folder: the copy goes to our own.
         files.Remove(copy);
         copy = program_.logbook.PathOf(QFileInfo(path).fileName() + u'_' + stamp);
@@ -193,8 +192,8 @@ bool Form12::RepairAndRead(const QString &path, Run &run)
     if (!repaired)
         return failed(repaired.failure());
     ui_->Label5->setText(QString::number(repaired->lines));
-    program4_ = repaired->program;
-    ui_->Label4->setText(program4_);
+    writtenBy_ = repaired->program;
+    ui_->Label4->setText(writtenBy_);
     ShowActivity(u"Volcando ..."_qs);
     auto records = AdifFile::ReadRecords(files, *repaired, run, show);
     if (!records)
@@ -262,7 +261,7 @@ void Form12::ParseAdifRecords(Run &run)
     ui_->Label9->setText(u"0"_qs);
     ui_->Label10->setText(u"0"_qs);
     const AdifImport::Settings settings{
-        program4_.contains(u"LdA"), typedStation_, ui_->Check1->isChecked(), ui_->Check2->isChecked()};
+        writtenBy_.contains(u"LdA"), typedStation_, ui_->Check1->isChecked(), ui_->Check2->isChecked()};
     const qsizetype count = records_.records.size();
     ui_->ProgressBar1->setMaximum(int(count));
     for (qsizetype number = 0; number < count; ++number) {

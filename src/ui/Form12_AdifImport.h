@@ -68,7 +68,7 @@ private:
     bool ReplaceDuplicates_ = false;
 
     AdifFile::Records records_;
-    QString program4_; // the program that wrote the file
+    QString writtenBy_; // the program that wrote the file
     QString typedStation_;
     QList<AdifStaging::Staged> prepared_; // not in the staging table yet
     int newOnes_ = 0, repeats_ = 0;

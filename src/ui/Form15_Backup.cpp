@@ -121,13 +121,14 @@ void Form15::SortBy(int column)
 
 void Form15::ExportAllLogsAdif()
 {
+    ui_->ProgressBar1->setValue(0);
+    ui_->ProgressBar1->setMaximum(int(std::max<qint64>(1, total_)));
     AdifExport command(program_, this);
     const auto path = command.ChooseFile();
     if (!path)
         return;
     writing_ = true;
     ui_->Command1->setEnabled(false);
-    ui_->ProgressBar1->setMaximum(int(std::max<qint64>(1, total_)));
     BackupRows rows(program_.logbook.Store());
     bool complete = false;
     {

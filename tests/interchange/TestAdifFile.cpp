@@ -185,6 +185,8 @@ private Q_SLOTS:
         QCOMPARE(program(u"no-header.adi"), QString());
         QCOMPARE(program(u"eqsl.adi"), u"una tarjeta cualquiera"_qs.left(21));
         QCOMPARE(ReadAdif("www.eQSL.cc\r\n<EOH>\r\n" + Record("LU1ABC") + "\r\n").repaired.program, u"eQSL"_qs);
+        QCOMPARE(ReadAdif("<PROGRAMID:4>Otro<EOH>\r\n<programid:3>LdA" + Record("LU1ABC") + "\r\n").repaired.program,
+            u"LdA"_qs);
     }
 
     void StatesComeFromTheServiceOnly()

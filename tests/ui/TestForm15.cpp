@@ -161,6 +161,10 @@ private Q_SLOTS:
                 QCOMPARE(form->isVisible(), !close);
                 const auto lines = Lines().size();
                 QVERIFY2(lines > 500 && lines < 20000, qPrintable(QString::number(lines)));
+                if (close)
+                    return;
+                Save({});
+                QCOMPARE(Find<QProgressBar>("ProgressBar1")->value(), 0);
             });
         }
     }

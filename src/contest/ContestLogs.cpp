@@ -88,14 +88,13 @@ QString ContestExistsMessage(const QString &name)
     return u"Ya existe un concurso creado con el nombre "_qs + name + u"\n\nElija otro nombre!"_qs;
 }
 
-Result<void> CreateContest(LogStore &store, const QString &name, const QString &type)
+Result<qint64> CreateContest(LogStore &store, const QString &name, const QString &type)
 {
     QsoRow header;
     header.NombreLog = name;
     header.LdA = name;
     header.Nombre_Sat = type;
-    const Result<qint64> stored = StoreContestRow(store, header);
-    return stored ? Result<void>() : stored.failure();
+    return StoreContestRow(store, header);
 }
 
 StartValues StartOfContest(const QString &type)

@@ -38,8 +38,8 @@ Result<bool> ContestExists(LogStore &store, const QString &name);
 QString CleanContestName(const QString &typed);
 QString ContestExistsMessage(const QString &name);
 
-// Brings a contest into existence by its header row. Does not ask whether it exists already.
-Result<void> CreateContest(LogStore &store, const QString &name, const QString &type);
+// Brings a contest into existence by its header row, and gives that row's id. Does not ask whether it exists already.
+Result<qint64> CreateContest(LogStore &store, const QString &name, const QString &type);
 
 // What `RSE` and `Label4` hold in a new contest.
 struct StartValues {

@@ -81,22 +81,19 @@ Result<Transferred> TransferContest(LogStore &store, Run &run, const QString &co
     }
     if (const auto looked = DropDuplicates(store, run, logName, rows, transferred); !looked)
         return looked.failure();
-    const auto written = store.Write([&](Session &session) {
+    return store.Write([&](Session &session) {
         // Asked once more, since a contact may repeat one that was copied a moment ago.
-        int copied = 0;
+        Transferred done = transferred;
         for (const QsoRow &row : rows) {
-            if (AdifStaging::FindDuplicateInLog(session, logName, row))
-                continue;
-            QsoTable::Insert(session, row);
-            ++copied;
+            if (AdifStaging::FindDuplicateInLog(session, logName, row)) {
+                ++done.duplicates;
+            } else {
+                done.lastId = QsoTable::Insert(session, row);
+                ++done.copied;
+            }
         }
-        return copied;
+        return done;
     });
-    if (!written)
-        return written.failure();
-    transferred.copied = *written;
-    transferred.duplicates += static_cast<int>(rows.size()) - *written;
-    return transferred;
 }
 
 QString NothingToTransferMessage(const QString &contest, const QString &baseLog)

@@ -7,6 +7,7 @@
 #include "core/Run.h"
 
 #include <QString>
+#include <optional>
 
 // The contacts of a contest copied into the general log. The contest stays as it is.
 
@@ -18,6 +19,7 @@ QsoRow GeneralRow(const QsoRow &contestRow, const QString &contest, QString &fre
 struct Transferred {
     int copied = 0;
     int duplicates = 0; // contacts that the log holds already, less than ten minutes apart
+    std::optional<qint64> lastId; // of the last copy
     bool cancelled = false; // stopped on the way: what was looked at until then is copied
 };
 // Reads and compares while events come through, then writes in one transaction, which is all or nothing. Contacts are

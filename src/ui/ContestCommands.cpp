@@ -81,19 +81,19 @@ void ContestCommands::ExportContestAdif(const QString &ownCall)
         command.AskToView(*path);
 }
 
-bool ContestCommands::ImportContestCabrillo(const QString &ownCall)
+qsizetype ContestCommands::ImportContestCabrillo(const QString &ownCall)
 {
     Dialogs &dialogs = program_.dialogs;
     const auto path = dialogs.OpenFile(&window_, u"Incluir Cabrillo ..."_qs,
         u"Cabrillo (*.log *.cbr *.txt *.LOG *.CBR *.TXT)"_qs, program_.logbook.Folder());
     if (!path || path->isEmpty())
-        return false;
+        return 0;
     FileSystem &files = program_.logbook.Files();
     const Result<int> normalized = CabrilloReader::NormalizeCabrilloFile(files, *path);
     const auto lines = normalized ? CabrilloReader::ReadLines(files, *path) : normalized.failure();
     if (!lines) {
         Tell(lines.failure().text);
-        return false;
+        return 0;
     }
     QStringList notes;
     const auto taken = CabrilloReader::TakeLines(*lines, *path, {name_, type_, ownCall},
@@ -103,7 +103,7 @@ bool ContestCommands::ImportContestCabrillo(const QString &ownCall)
     const Result<ImportedContacts> imported = StoreImportedContacts(program_.logbook.Store(), taken.contacts);
     if (!imported) {
         Tell(imported.failure().text);
-        return false;
+        return 0;
     }
     const QString title = CabrilloReader::boxTitle;
     if (taken.stop)
@@ -120,7 +120,7 @@ bool ContestCommands::ImportContestCabrillo(const QString &ownCall)
             Dialogs::Icon::Information, title);
     if (!imported->stored.isEmpty())
         program_.windows.Main().RememberQso(imported->stored.last().id);
-    return !imported->stored.isEmpty();
+    return imported->stored.size();
 }
 
 void ContestCommands::TransferToGeneralLog(qint64 count)
@@ -136,6 +136,8 @@ void ContestCommands::TransferToGeneralLog(qint64 count)
     Run run(program_.logbook.LongWork(), program_.processEvents);
     const Result<Transferred> transferred = TransferContest(program_.logbook.Store(), run, name_, log);
     program_.windows.Main().LoadLogPage(1);
+    if (transferred && transferred->lastId)
+        program_.windows.Main().RememberQso(*transferred->lastId);
     if (!transferred)
         Tell(transferred.failure().text);
     else

@@ -20,8 +20,8 @@ public:
 
     void BuildCabrilloLines(const QString &ownCall);
     void ExportContestAdif(const QString &ownCall);
-    // True when contacts were added.
-    bool ImportContestCabrillo(const QString &ownCall);
+    // Gives how many contacts were added.
+    qsizetype ImportContestCabrillo(const QString &ownCall);
     // `count` is the number of contacts that the window shows.
     void TransferToGeneralLog(qint64 count);
 

@@ -122,8 +122,10 @@ void Form4::Transfer() { commands_->TransferToGeneralLog(log_->Count()); }
 
 void Form4::ImportCabrillo()
 {
-    if (!commands_->ImportContestCabrillo(ui_->Text2->text()))
+    const qsizetype stored = commands_->ImportContestCabrillo(ui_->Text2->text());
+    if (stored == 0)
         return;
+    ui_->lcontrol->setText(QString::number(ui_->lcontrol->text().toInt() + stored));
     log_->LoadList();
     log_->ShowPlainCount();
 }

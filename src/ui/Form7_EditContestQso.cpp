@@ -3,7 +3,6 @@
 #include "ui/Form7_EditContestQso.h"
 
 #include "contest/ContestEntry.h"
-#include "logging/EntryRules.h"
 #include "ui/FieldFilter.h"
 #include "ui/Program.h"
 #include "ui/WindowScaler.h"
@@ -11,6 +10,12 @@
 
 #include <QKeyEvent>
 #include <QScreen>
+
+namespace {
+
+std::optional<QChar> TextKey(QChar key) { return key == u'\'' ? std::nullopt : std::optional(key); }
+
+} // namespace
 
 Form7::Form7(Program &program, QWidget *owner)
     : Window(u"Form7"_qs, program.dialogs, owner)
@@ -20,13 +25,11 @@ Form7::Form7(Program &program, QWidget *owner)
     ui_->setupUi(this);
     ui_->Combo1->addItems(ContestBands());
     ui_->Combo2->addItems(ContestModes());
-    for (QLineEdit *call : {ui_->Text1, ui_->Text2})
-        FieldFilter::Attach(
-            call, [](QChar key) { return EntryRules::FilterKey(key, EntryRules::KeyFilter::Callsign); });
     for (QLineEdit *number : {ui_->Text3, ui_->Text4, ui_->Text5})
         FieldFilter::Attach(number, [](QChar key) { return FilterContestKey(key, ContestFilter::Digits); });
-    for (QLineEdit *serie : {ui_->Text6, ui_->Text7})
-        FieldFilter::Attach(serie, [](QChar key) { return FilterContestKey(key, ContestFilter::SerieText); });
+    // A file may have brought calls and exchanges that the contest window would not take.
+    for (QLineEdit *text : {ui_->Text1, ui_->Text2, ui_->Text6, ui_->Text7})
+        FieldFilter::Attach(text, TextKey, LetterCase::Upper);
     ShowFocusOn({ui_->Text1, ui_->Text2, ui_->Text3, ui_->Text4, ui_->Text5, ui_->Text6, ui_->Text7});
     connect(ui_->Command1, &QPushButton::clicked, this, &Form7::Save);
     connect(ui_->Command2, &QPushButton::clicked, this, &Form7::Delete);

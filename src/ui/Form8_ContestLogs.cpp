@@ -3,8 +3,10 @@
 #include "ui/Form8_ContestLogs.h"
 
 #include "ui/FieldFilter.h"
+#include "ui/Form1_Main.h"
 #include "ui/Program.h"
 #include "ui/WindowScaler.h"
+#include "ui/Windows.h"
 #include "ui_Form8_ContestLogs.h"
 
 #include <QKeyEvent>
@@ -92,11 +94,12 @@ void Form8::Create()
         return;
     }
     const ContestLog contest{name, ui_->Option1->isChecked() ? SerieType::Incremental : SerieType::Fija, 0};
-    const Result<void> created = exists ? CreateContest(store, contest.name, contest.type) : exists.failure();
+    const Result<qint64> created = exists ? CreateContest(store, contest.name, contest.type) : exists.failure();
     if (!created) {
         dialogs().Message(this, created.failure().text, Dialogs::Icon::Critical);
         return;
     }
+    program_.windows.Main().RememberQso(*created);
     chosen_ = contest;
     hide();
 }

@@ -53,7 +53,9 @@ private Q_SLOTS:
                 "WHERE \"Nombre Log\"='Base' ORDER BY id)"),
             u"LU1ABC 2026-11-24 21:15:00 7.000,LU2ABC 2026-11-24 21:00:00 7.000,LU2ABC 2026-11-24 21:19:00 7.000,"
             "LU3ABC 2026-11-24 21:15:00 7.000"_qs);
+        QCOMPARE(QString::number(first->lastId.value_or(0)), Value("SELECT max(id) FROM Tabla1"));
         const auto second = Transfer();
+        QVERIFY(!second->lastId);
         QCOMPARE(TransferMessage(*second), u"Transferencia:\nCopiados: 0\nDuplicados: 5"_qs);
         QCOMPARE(Value("SELECT count(*) FROM Tabla2"), u"7"_qs);
     }

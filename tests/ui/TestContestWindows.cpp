@@ -71,6 +71,7 @@ private Q_SLOTS:
         };
         desk_->InContest(create, [&] {
             QCOMPARE(desk_->Texts({u"Label2"_qs, u"Label3"_qs, u"RSE"_qs, u"Label4"_qs}), u"PUNA|Fija||"_qs);
+            QCOMPARE(desk_->OnMain(u"Label4"_qs), u"3"_qs); // its first row, behind those of the other two
         });
         In(u"CONDOR"_qs, [&] { WorkTwo(); });
         desk_->Told();
@@ -120,14 +121,14 @@ private Q_SLOTS:
                         desk_->Fill(field, before);
                     }
                     desk_->Fill(u"Text2"_qs, u"py2'bb"_qs);
-                    desk_->Fill(u"Text7"_qs, u"o'h"_qs);
+                    desk_->Fill(u"Text7"_qs, u"o'h-1 /a"_qs);
                     desk_->Choose(u"Combo2"_qs, u"FM"_qs);
                     desk_->Press(Qt::Key_Return);
                 });
             QCOMPARE(desk_->Column(u"ListView2"_qs, 9), (QStringList{u"PY2BB"_qs, u"LU1ABC"_qs}));
             QCOMPARE(desk_->Text(u"RSE"_qs), u"3"_qs);
         });
-        QCOMPARE(desk_->Calls(u"CONDOR"_qs), (QStringList{u"LU1ABC SSB 80m 1 7"_qs, u"PY2BB FM 80m 2 OH"_qs}));
+        QCOMPARE(desk_->Calls(u"CONDOR"_qs), (QStringList{u"LU1ABC SSB 80m 1 7"_qs, u"PY2BB FM 80m 2 OH-1 /A"_qs}));
     }
 
     void DeletingAContact()
@@ -145,6 +146,40 @@ private Q_SLOTS:
             QCOMPARE(desk_->Column(u"ListView2"_qs, 9), QStringList{u"PY2AA"_qs});
             QCOMPARE(desk_->Texts({u"Label9"_qs, u"RSE"_qs}), u"1 QSOs |3"_qs);
         });
+    }
+
+    void AFileComesInAndGoesToTheGeneralLog()
+    {
+        In(u"CONDOR"_qs, [&] {
+            desk_->Click(u"Command4"_qs);
+            QCOMPARE(desk_->Told(),
+                QStringList{u"iel log de concurso CONDOR no tiene QSOs para pasar al log Base Log inicial"_qs});
+            desk_->Work(u"CX9AA"_qs, u"5"_qs);
+            desk_->Write(u"ft8.log"_qs,
+                "qso:  7074 ft8 2026-11-24 2115 lu9zzz 599 001 lu1abc 599 012\r\n"
+                "QSO: 14074 FT8 2026-11-24 2116 LU9ZZZ 002 PY2AA 013\r\n");
+            for (const QString &told : {QString(), u"iNo se agregaron 2 QSOs por estar repetidos en ft8.log"_qs}) {
+                desk_->dialogs.files = {desk_->Path(u"ft8.log"_qs)};
+                desk_->Click(u"IMP_C_FT8"_qs);
+                if (!told.isEmpty())
+                    QCOMPARE(desk_->dialogs.shown.last().title, u"Tordillo te informa"_qs);
+                QCOMPARE(Told().mid(1).join(u'|'), told);
+                QCOMPARE(desk_->Texts({u"Label9"_qs, u"lcontrol"_qs}), u"3 QSOs|3"_qs);
+            }
+            QCOMPARE(desk_->Column(u"ListView2"_qs, 9), (QStringList{u"PY2AA"_qs, u"LU1ABC"_qs, u"CX9AA"_qs}));
+            for (const int copied : {3, 0}) {
+                desk_->dialogs.answers = {true};
+                desk_->Click(u"Command4"_qs);
+                QVERIFY(desk_->dialogs.shown.first().preset == Dialogs::Button::No);
+                QCOMPARE(desk_->Told(),
+                    (QStringList{u"?Pasa el log de concurso CONDOR con 3 QSOs\nal log base Log inicial?"_qs,
+                        u"iTransferencia:\nCopiados: %1\nDuplicados: %2"_qs.arg(copied).arg(3 - copied)}));
+                QCOMPARE(desk_->OnMain(u"Label4"_qs), QString::number(desk_->Rows().last().id)); // for F5
+            }
+        });
+        QCOMPARE(desk_->Calls(u"CONDOR"_qs),
+            (QStringList{u"CX9AA SSB 80m 1 5"_qs, u"LU1ABC DG 40m 001 012"_qs, u"PY2AA DG 20m 002 013"_qs}));
+        QCOMPARE(desk_->Rows().last().Obs, u"Concurso CONDOR"_qs);
     }
 
     void ACabrilloFile()
@@ -192,9 +227,13 @@ private Q_SLOTS:
                     desk_->Fill(u"Text1"_qs, u"LU9ZZZ"_qs);
                     desk_->dialogs.files = {desk_->Path(u"c.log"_qs)};
                     desk_->Told();
+                    desk_->Write(u"programas.ini"_qs, "[programas]\r\neditor=no_hay_tal_editor\r\n");
+                    desk_->dialogs.answers = {true};
                     desk_->Click(u"Command1"_qs);
                 });
-            QCOMPARE(Told().mid(1), QStringList{u"!c.log\nGuardado!\n\nDesea verlo?"_qs});
+            QCOMPARE(Told().mid(1),
+                (QStringList{u"!c.log\nGuardado!\n\nDesea verlo?"_qs,
+                    u"!No se encontró un programa para ver el archivo\nc.log"_qs}));
         });
     }
 };

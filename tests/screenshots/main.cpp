@@ -36,6 +36,7 @@
 #include "ui/Form6_Search.h"
 #include "ui/Form7_EditContestQso.h"
 #include "ui/Form8_ContestLogs.h"
+#include "ui/Form9_CabrilloHeader.h"
 #include "ui/KeyerPanel.h"
 #include "ui/KeyerTest.h"
 #include "ui/Manual.h"
@@ -164,6 +165,10 @@ void TakeContest(Program &program, const std::function<QString(const char *)> &p
     form4.Enter({name, SerieType::Incremental, 30});
     const auto last = LastContestQso(program.logbook.Store(), name);
     Form7 &form7 = program.windows.EditContestQso(form4);
+    const auto rows = ContestRows(program.logbook.Store(), name);
+    Form9 &form9 = program.windows.CabrilloHeader(form4);
+    TakeModal(
+        form9, path("Form9"), [&] { form9.ShowHeader(name, CabrilloWriter::BuildLines(*rows, u"LU9ZZZ"_qs), *rows); });
     MacroTexts macros = DefaultMacros();
     Form20 &form20 = program.windows.Macros(form4);
     TakeModal(form20, path("Form20"), [&] { static_cast<void>(form20.Edit(macros)); });

@@ -146,6 +146,19 @@ private Q_SLOTS:
         QCOMPARE(Value("SELECT count(*) FROM Tabla1"), u"1"_qs);
     }
 
+    void AFolderThatBecomesReadOnlyInAWriteIsTold()
+    {
+        const Result<qint64> added = store_->Write([](Session &session) {
+            const qint64 id = QsoTable::Insert(session, qso);
+            Disk().SetAccess(FaultVfs::Access::ReadOnlyFolder); // the journal is there and has to stay
+            return id;
+        });
+        Fails(added.failure(), Kind::ReadOnly);
+        HealDisk();
+        QCOMPARE(*CountOf(*store_), 0);
+        QCOMPARE(*Add(*store_), 1);
+    }
+
     void AWriteAheadLogIsTakenBack()
     {
         Sql("PRAGMA journal_mode=WAL; INSERT INTO Tabla1 (Modo) VALUES ('CW')");

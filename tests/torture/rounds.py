@@ -79,7 +79,7 @@ class Scene:
         self.name, self.command, self.places = name, command, places
         self.model = MODELS[name]()
         self.figures = collections.Counter()
-        self.template = places.make("template")
+        self.template = places.make("template", small=True)
         self.model.furnish(self.template)
         self.folder, self.rounds, self.spans = None, 0, {}
         self.rehearse()

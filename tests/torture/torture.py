@@ -36,9 +36,10 @@ class Places:
                                     capture_output=True, check=False).returncode == 0
         self.only_small, self.made = False, 0
 
-    def make(self, name):
-        self.made += 1
-        on_disk = self.made % 2 and not self.only_small
+    def make(self, name, small=False):
+        small = small or self.only_small
+        self.made += not small
+        on_disk = self.made % 2 and not small
         return pathlib.Path(tempfile.mkdtemp(prefix=f"{name}-", dir=self.disk if on_disk else self.memory))
 
     def fill(self, room):

@@ -28,7 +28,7 @@ private Q_SLOTS:
     void AStartAfterAChangeTakesACopy()
     {
         Furnish(3);
-        Put("base0.mdb.nueva", "of a run that was cut off");
+        Write("base0.mdb.nueva", "of a run that was cut off");
         StartAndWait();
         QVERIFY(!Has("base0.mdb.nueva"));
         QCOMPARE(Copies(), QStringList({u"base0_2026-11-24_211500.mdb"_qs}));

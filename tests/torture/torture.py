@@ -39,7 +39,7 @@ class Places:
     def make(self, name, small=False):
         small = small or self.only_small
         self.made += not small
-        on_disk = self.made % 2 and not small
+        on_disk = self.made % 2 == 0 and not small
         return pathlib.Path(tempfile.mkdtemp(prefix=f"{name}-", dir=self.disk if on_disk else self.memory))
 
     def fill(self, room):
@@ -82,7 +82,6 @@ def run(arguments, places):
           "revisadas | antes de nacer | segundos |\n" + "|---" * 10 + "|")
     anybody = subprocess.run([*AS_ANYBODY, "true"], capture_output=True, check=False).returncode == 0
     for name in arguments.scene:
-        places.only_small = False
         scene = Scene(name, [*(AS_ANYBODY if anybody else []), arguments.program], places)
         for fault in arguments.fault:
             if fault == "full" and not places.small or fault == "readonly" and os.geteuid() == 0 and not anybody:

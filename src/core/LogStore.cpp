@@ -96,6 +96,20 @@ qint64 Session::LastId() const { return connection_.database.getLastInsertRowid(
 
 int Session::Changes() const { return connection_.database.getChanges(); }
 
+namespace {
+
+// The journal of a database that is gone would be played into the new one. False when it cannot be moved.
+bool SetOldJournalAside(const QString &path)
+{
+    const QString journal = path + u"-journal"_qs, aside = journal + u".apartado"_qs;
+    if (!QFile::exists(journal))
+        return true;
+    QFile::remove(aside);
+    return QFile::rename(journal, aside);
+}
+
+} // namespace
+
 LogStore::LogStore(QString path, QByteArray vfs)
     : path_(std::move(path))
     , vfs_(std::move(vfs))
@@ -184,7 +198,7 @@ Result<void> LogStore::CreateEmpty()
         QFile::remove(making);
         return StoreFailure(error.getErrorCode(), path_, QString::fromUtf8(error.what()));
     }
-    if (!QFile::rename(making, path_)) {
+    if (!SetOldJournalAside(path_) || !QFile::rename(making, path_)) {
         QFile::remove(making);
         return StoreFailure(SQLITE_CANTOPEN, path_, {});
     }

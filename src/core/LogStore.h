@@ -86,7 +86,7 @@ public:
     bool Exists() const;
 
     // Makes an empty database where none is. It appears whole or not at all; an existing file is never touched
-    // (a failure of kind Other).
+    // (a failure of kind Other). A journal that a file of this name has left behind is kept as "...-journal.apartado".
     Result<void> CreateEmpty();
 
     // Runs `work(session)` and gives what it gives. Nothing it opened may outlive it, and it must not wait for

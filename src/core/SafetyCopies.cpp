@@ -82,6 +82,18 @@ void SafetyCopies::Rotate()
         QFile::remove(old);
 }
 
+void SafetyCopies::RemoveUnfinished(const Logbook &logbook)
+{
+    const auto remove = [](const QString &folder, const QStringList &names) {
+        for (const QFileInfo &left : QDir(folder).entryInfoList(names, QDir::Files))
+            QFile::remove(left.absoluteFilePath());
+    };
+    remove(logbook.PathOf(folderName), {u"base0_*.mdb.nueva"_qs, u"base0_*.mdb.nueva-journal"_qs});
+    remove(logbook.Folder(),
+        {u"base0.mdb.nueva"_qs, u"base0.mdb.nueva-journal"_qs, u"base0_??_??_??.mdb.nueva"_qs,
+            u"base0_??_??_??.mdb.nueva-journal"_qs});
+}
+
 QString SafetyCopies::NewestGood(const Logbook &logbook)
 {
     // The dated copies that the operator made lie beside the database.

@@ -24,6 +24,10 @@ public:
     void Begin();
     bool UnderWay() const { return copy_ != nullptr; }
 
+    // Deletes what copies that were cut off with an earlier run of the program have left half written. For the start:
+    // a copy that is under way would lose its file.
+    static void RemoveUnfinished(const Logbook &logbook);
+
     // The newest copy that passes its check, as a path; empty when there is none.
     static QString NewestGood(const Logbook &logbook);
 

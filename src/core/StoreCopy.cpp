@@ -129,8 +129,10 @@ Result<void> StoreCopy::CopyPages()
     const int code = work_->backup.executeStep(pagesAStep);
     pagesInAll_ = work_->backup.getTotalPageCount();
     pagesDone_ = pagesInAll_ - work_->backup.getRemainingPageCount();
-    if (code == SQLITE_OK || code == SQLITE_BUSY || code == SQLITE_LOCKED)
+    if (code == SQLITE_OK)
         return {};
+    if (code == SQLITE_BUSY || code == SQLITE_LOCKED) // for as long as any other operation waits
+        return StoreFailure(code, store_.Path(), {});
     // Counted in the same turn as the last step, so that nothing can have been stored in between.
     const qint64 expected = Count(work_->source->database);
     work_.reset();

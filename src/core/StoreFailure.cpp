@@ -35,7 +35,9 @@ Failure ForeignFile::Describe(const QString &path, const QByteArray &head)
 Failure StoreFailure(int engineCode, const QString &path, const QString &detail)
 {
     using Kind = Failure::Kind;
-    switch (engineCode & 0xFF) {
+    // A folder that became read-only in the middle of a write: the journal cannot be taken away.
+    const int code = engineCode == SQLITE_IOERR_DELETE ? SQLITE_READONLY : engineCode & 0xFF;
+    switch (code) {
     case SQLITE_BUSY:
     case SQLITE_LOCKED:
         return {u"La base de datos\n%1\nestá en uso por otro programa. Ciérrelo y vuelva a intentarlo."_qs.arg(path),

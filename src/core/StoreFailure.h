@@ -4,8 +4,8 @@
 
 #include "core/Result.h"
 
-// The Spanish sentence for an error of the database engine (its primary result code) on the file `path`. `detail` is
-// the engine's own text, shown where nothing better is known.
+// The Spanish sentence for an error of the database engine (its result code, primary or extended) on the file `path`.
+// `detail` is the engine's own text, shown where nothing better is known.
 Failure StoreFailure(int engineCode, const QString &path, const QString &detail);
 
 // What a file is by its first bytes, when it is no database of ours; nothing when it may be one.

@@ -51,6 +51,7 @@ void DatabaseCare::PageFailed(const Failure &failure)
 bool DatabaseCare::Probe()
 {
     Logbook &logbook = program_.logbook;
+    SafetyCopies::RemoveUnfinished(logbook);
     if (!logbook.Store().Exists() && !HasConfig(logbook))
         return true;
     const Result<void> probed = ProbeSchema(logbook.Store());

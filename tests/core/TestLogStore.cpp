@@ -146,6 +146,37 @@ private Q_SLOTS:
         QCOMPARE(Value("SELECT count(*) FROM Tabla1"), u"1"_qs);
     }
 
+    void AFolderThatBecomesReadOnlyInAWriteIsTold()
+    {
+        const Result<qint64> added = store_->Write([](Session &session) {
+            const qint64 id = QsoTable::Insert(session, qso);
+            Disk().SetAccess(FaultVfs::Access::ReadOnlyFolder); // the journal is there and has to stay
+            return id;
+        });
+        Fails(added.failure(), Kind::ReadOnly);
+        HealDisk();
+        QCOMPARE(*CountOf(*store_), 0);
+        QCOMPARE(*Add(*store_), 1);
+    }
+
+    void AnOldJournalDoesNotSpoilANewDatabase()
+    {
+        Insert(QList<QsoRow>(300, qso));
+        QVERIFY(!store_->Write([](Session &session) {
+            session.Execute(u"DELETE FROM Tabla1"_qs);
+            Disk().SetAccess(FaultVfs::Access::ReadOnlyFolder);
+        }));
+        const QByteArray journal = Content(u"base0.mdb-journal"_qs);
+        QVERIFY(journal.size() > 512 && journal[0] != '\0');
+        NoStore(); // somebody begins anew and leaves it there
+        Put(u"base0.mdb-journal"_qs, journal);
+        QVERIFY(store_->CreateEmpty());
+        QCOMPARE(*CountOf(*store_), 0);
+        QVERIFY(store_->CheckIntegrity());
+        QCOMPARE(*Add(*store_), 1);
+        QVERIFY(Content(u"base0.mdb-journal.apartado"_qs) == journal);
+    }
+
     void AWriteAheadLogIsTakenBack()
     {
         Sql("PRAGMA journal_mode=WAL; INSERT INTO Tabla1 (Modo) VALUES ('CW')");

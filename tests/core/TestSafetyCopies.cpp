@@ -121,6 +121,22 @@ private Q_SLOTS:
         QCOMPARE(Copies(), QStringList());
     }
 
+    void WhatACutOffRunLeftIsTakenAway()
+    {
+        const QStringList left{u"copias/base0_2026-11-23_101500.mdb.nueva"_qs,
+            u"copias/base0_2026-11-23_101500.mdb.nueva-journal"_qs, u"base0_23_11_26.mdb.nueva"_qs,
+            u"base0.mdb.nueva"_qs, u"base0.mdb.nueva-journal"_qs};
+        const QStringList others{u"copias/base0_2026-11-22_101500.mdb"_qs, u"copias/mía.nueva"_qs,
+            u"base0_22_11_26.mdb"_qs, u"base0.mdb"_qs, u"base0.mdb-journal"_qs, u"base0_mía.mdb.nueva"_qs};
+        SafetyCopies::RemoveUnfinished(*logbook_); // there is no folder of copies yet
+        QVERIFY(QDir(folder_->path()).mkpath(u"copias"_qs));
+        for (const QString &name : left + others)
+            Put(name, "x");
+        SafetyCopies::RemoveUnfinished(*logbook_);
+        for (const QString &name : left + others)
+            QVERIFY2(QFile::exists(Path(name)) == others.contains(name), qPrintable(name));
+    }
+
     void TheNewestGoodCopyIsPutBack()
     {
         QVERIFY(logbook_->Store().CreateEmpty());

@@ -84,6 +84,18 @@ private Q_SLOTS:
         QCOMPARE(Value("SELECT count(*) FROM Tabla1"), u"3004"_qs);
     }
 
+    void AnotherProgramThatKeepsTheLogIsNotWaitedForWithoutEnd()
+    {
+        StoreMuch();
+        StoreCopy copy(*store_, target_);
+        QVERIFY(*copy.Step() == Stage::Copying);
+        RawDatabase other(store_->Path());
+        QVERIFY(other.Run("BEGIN EXCLUSIVE"));
+        const Result<Stage> stage = copy.Step();
+        QCOMPARE(stage.failure().kind, Failure::Kind::Locked);
+        QVERIFY(stage.failure().text.contains(store_->Path()));
+    }
+
     void AFailedCopyLeavesTheOlderOne()
     {
         for (const bool full : {true, false}) {

@@ -1,91 +1,94 @@
 // SPDX-FileCopyrightText: 2026 The Tordillo Compact authors
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-// Stores QSOs until it is killed, and says of each that it is stored, for script/torture.
-//   torture_store <folder> <first>   stores QSO <first>, <first> + 1, ... and prints "<number> <id>" after each
-//   torture_store <folder> check     opens the log as the program does, checks the whole file, prints "ok"
-// What QSO <number> looks like is told again in the script, which compares it.
-#include "core/LogStore.h"
+// The program that script/torture kills, starves of room and locks out.
+//   torture_program <scene> <folder> <first> [<end>]  does the steps of a scene from <first> on, until it is killed
+//   torture_program check <folder>                    opens the log as the program does, checks it whole, says "ok"
+// It says "ready", and "done <step>" after each; "failed <kind> <text>" when a step did not succeed, and then it waits
+// for a line on the standard input to try that step once more.
+#include "Scenes.h"
+
+#include "core/SafetyCopies.h"
 #include "core/Schema.h"
-#include "logging/QsoStore.h"
 
 #include <cstdio>
+#include <cstdlib>
+#include <iostream>
+#include <string>
 
 namespace {
 
-constexpr int most = 100000; // ends by itself when nobody kills it
+constexpr int most = 100000; // steps; it ends by itself when nobody kills it
 
-int Complain(const Failure &failure)
+const char *NameOf(Failure::Kind kind)
 {
-    std::fprintf(stderr, "%s\n", failure.text.toUtf8().constData());
-    return 1;
+    static constexpr const char *names[] = {
+        "Other", "Missing", "Foreign", "Damaged", "Locked", "ReadOnly", "Full", "OldSchema", "Cancelled"};
+    return names[static_cast<int>(kind)];
 }
 
-// Two neighbours share a call, and only the second has a grid: storing it changes the row of the first as well.
-NewQso MakeQso(int number)
+// Until it succeeds or nobody tells it to go on.
+template <typename Work>
+bool Insist(Work &&work)
 {
-    const int pair = number / 2;
-    const auto letter = [](int value) { return QString(QChar(u'A' + value % 26)); };
-    NewQso qso;
-    qso.call = u"LU%1M"_qs.arg(pair / 676 % 9 + 1) + letter(pair / 26) + letter(pair);
-    qso.band = u"20m"_qs;
-    qso.mode = number % 3 == 0 ? u"CW"_qs : u"SSB"_qs;
-    qso.reportSent = number % 3 == 0 ? u"599"_qs : u"59"_qs;
-    qso.reportReceived = u"57"_qs;
-    qso.date = u"%1/11/2026"_qs.arg(number % 28 + 1, 2, 10, QChar(u'0'));
-    qso.time = u"%1:%2:00"_qs.arg(number / 60 % 24, 2, 10, QChar(u'0')).arg(number % 60, 2, 10, QChar(u'0'));
-    qso.station = u"LU9ZZZ"_qs;
-    qso.operatorCall = u"LU1AAA"_qs;
-    qso.remarks = u"%1 "_qs.arg(number) + QString(number * 37 % 400, QChar(u'ñ'));
-    qso.frequency = u"14.%1"_qs.arg(number % 350, 3, 10, QChar(u'0'));
-    qso.ownGrid = u"GF05AB"_qs;
-    qso.grid = number % 2 == 1 ? u"FF57"_qs : QString();
-    qso.SOTA = u"LUM/M-%1"_qs.arg(number % 1000);
-    qso.MY_POTA = u"AR-0001"_qs;
-    qso.POTA = u"AR-%1"_qs.arg(number % 100);
-    qso.MYSOTA = u"LUH/H-001"_qs;
-    return qso;
+    while (true) {
+        const Result<void> outcome = work();
+        if (outcome)
+            return true;
+        const Failure &failure = outcome.failure();
+        std::printf(
+            "failed %s %s\n", NameOf(failure.kind), QString(failure.text).replace(u'\n', u' ').toUtf8().constData());
+        std::fflush(stdout);
+        std::string line;
+        if (!std::getline(std::cin, line))
+            return false;
+    }
+}
+
+Result<void> Begin(Logbook &logbook, Scene &scene)
+{
+    SafetyCopies::RemoveUnfinished(logbook);
+    if (!logbook.Store().Exists())
+        if (const Result<void> made = logbook.Store().CreateEmpty(); !made)
+            return made;
+    const Result<void> probed = ProbeSchema(logbook.Store());
+    return probed ? scene.Prepare(logbook) : probed;
+}
+
+int Work(Logbook &logbook, Scene &scene, int first, int end)
+{
+    if (!Insist([&] { return Begin(logbook, scene); }))
+        return 0;
+    std::puts("ready");
+    for (int number = first; number < end; ++number) {
+        if (std::fflush(stdout) != 0 || !Insist([&] { return scene.Step(logbook, number); }))
+            return 0;
+        std::printf("done %d\n", number);
+    }
+    return 0;
 }
 
 int Check(LogStore &store)
 {
     const Result<void> whole = store.CheckIntegrity();
-    if (!whole)
-        return Complain(whole.failure());
-    std::puts("ok");
-    return 0;
-}
-
-int Store(LogStore &store, int first)
-{
-    if (!store.Exists()) {
-        const Result<void> made = store.CreateEmpty();
-        if (!made)
-            return Complain(made.failure());
-    }
-    const Result<void> probed = ProbeSchema(store);
-    if (!probed)
-        return Complain(probed.failure());
-    for (int number = first; number < first + most; ++number) {
-        const Result<qint64> id = AddQso(store, u"Log inicial"_qs, MakeQso(number));
-        if (!id)
-            return Complain(id.failure());
-        std::printf("%d %lld\n", number, *id);
-        if (std::fflush(stdout) != 0)
-            return 1;
-    }
-    return 0;
+    std::puts(whole ? "ok" : whole.failure().text.toUtf8().constData());
+    return whole ? 0 : 1;
 }
 
 } // namespace
 
 int main(int argc, char **argv)
 {
-    if (argc != 3) {
-        std::fputs("torture_store <folder> <first number>|check\n", stderr);
+    const QString name = argc > 2 ? QString::fromLocal8Bit(argv[1]) : QString();
+    FixedClock clock;
+    FileSystem files;
+    Logbook logbook(argc > 2 ? QString::fromLocal8Bit(argv[2]) : QString(), files, clock);
+    if (name == u"check")
+        return Check(logbook.Store());
+    const std::unique_ptr<Scene> scene = MakeScene(name, clock);
+    if (!scene || argc < 4) {
+        std::fputs("torture_program <scene> <folder> <first> [<end>] | check <folder>\n", stderr);
         return 2;
     }
-    LogStore store(QString::fromLocal8Bit(argv[1]) + u"/base0.mdb"_qs);
-    const QString task = QString::fromLocal8Bit(argv[2]);
-    return task == u"check" ? Check(store) : Store(store, task.toInt());
+    return Work(logbook, *scene, std::atoi(argv[3]), argc > 4 ? std::atoi(argv[4]) : most);
 }

@@ -28,7 +28,9 @@ private Q_SLOTS:
     void AStartAfterAChangeTakesACopy()
     {
         Furnish(3);
+        Write("base0.mdb.nueva", "of a run that was cut off");
         StartAndWait();
+        QVERIFY(!Has("base0.mdb.nueva"));
         QCOMPARE(Copies(), QStringList({u"base0_2026-11-24_211500.mdb"_qs}));
         Contact("CX1AA");
         QCOMPARE(Copies().size(), 1); // not before the next start

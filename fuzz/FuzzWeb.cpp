@@ -100,8 +100,8 @@ void CheckUpload(const QString &page)
     QStringList row = page.split(u'|');
     const UploadRules::Account account{u"https://lda.example"_qs, u"yo"_qs, row.value(0)};
     UploadRules::UploadBand bands;
-    const QString band = bands.Of(row.value(4));
-    Require(bands.Of(u"no"_qs) == band, "the band of the row before");
+    const QString band = bands.OfLda(row);
+    Require(bands.Of({}) == band && bands.OfLda({}) == band, "the band of the row before");
     Require(IsLegal(WebText::AddressBytes(UploadRules::LdaAddress(account, row, band, true))), "an upload to LdA");
     const QString document = UploadRules::EqslDocument(row, band, page.size() % 2 == 0);
     Require(document.endsWith(u"<EOR><EOF>"), "a document for eQSL");

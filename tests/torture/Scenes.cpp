@@ -151,7 +151,10 @@ Result<void> MakeContest(LogStore &store)
     const Result<bool> exists = ContestExists(store, contestName);
     if (!exists)
         return exists.failure();
-    return *exists ? Result<void>() : CreateContest(store, contestName, SerieType::Incremental);
+    if (*exists)
+        return {};
+    const auto created = CreateContest(store, contestName, SerieType::Incremental);
+    return created ? Result<void>() : Result<void>(created.failure());
 }
 
 class ContestScene final : public Scene {

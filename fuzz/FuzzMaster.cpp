@@ -58,8 +58,9 @@ void CheckUpdate(const QString &text, std::optional<QDate> present)
     const bool replaced = update->kind == MasterUpdate::Kind::Replaced;
     Require(replaced == offered && replaced == folder.files.Exists(folder.logbook.PathOf(listName)), "a newer list");
     Require(update->message.isEmpty() == (update->kind == MasterUpdate::Kind::NoList), "what is told");
-    // Of several dates a list means its last one, the offer that of the first line.
-    if (!replaced || QString(text).replace(u'\r', u'\n').split(u'\n').filter(u"#"_qs).size() != 1)
+    // A list means the last of its lines with "#", the offer its first line, whatever that holds.
+    const QStringList lines = QString(text).replace(u'\r', u'\n').split(u'\n');
+    if (!replaced || lines.filter(u"#"_qs) != lines.mid(0, 1))
         return;
     const MasterCheck list = LoadMasterFile(folder.files, folder.logbook.PathOf(listName));
     Require(list.Date() && (!present || *list.Date() > *present), "the date of the new list");

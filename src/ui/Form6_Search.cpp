@@ -36,6 +36,15 @@ std::optional<QChar> CallPatternKey(QChar key)
 
 constexpr int pictureSide = 128; // drawn large, so that it can be shown at any scale
 
+// Shows how far a run is. `spare` leaves the bar that much short of its end while the work lasts.
+Run::Progress ProgressOf(QProgressBar &bar, int spare = 0)
+{
+    return [&bar, spare](qint64 done, qint64 all) {
+        bar.setMaximum(int(all) + spare);
+        bar.setValue(int(std::min(done, all)));
+    };
+}
+
 // The records of a search's rows, block by block.
 AdifExport::Next RecordsOf(const SearchList &list, qsizetype &place, bool remarksAsQslMessage)
 {
@@ -131,7 +140,6 @@ void Form6::ConnectUploads()
         });
     connect(uploads_, &ListUploads::Working, this, [this](bool working) {
         SetWorking(working);
-        ui_->Label13->hide();
         ui_->ProgressBar2->hide();
         if (!working)
             ShowCount();
@@ -199,6 +207,7 @@ SearchFilters Form6::ReadFilters() const
 void Form6::Fill(const SearchFilters &filters, const QString &statement)
 {
     SetWorking(true);
+    ui_->Label13->show();
     model_.Clear();
     ui_->Label6->setText(u"?"_qs);
     ui_->ListView2->header()->setSortIndicatorShown(false);
@@ -207,10 +216,7 @@ void Form6::Fill(const SearchFilters &filters, const QString &statement)
     Result<void> read;
     {
         qint64 looked = 0;
-        Run run(program_.logbook.LongWork(), program_.processEvents, [this](qint64 done, qint64 all) {
-            ui_->ProgressBar2->setMaximum(int(all) + 1);
-            ui_->ProgressBar2->setValue(int(std::min(done, all)));
-        });
+        Run run(program_.logbook.LongWork(), program_.processEvents, ProgressOf(*ui_->ProgressBar2, 1));
         std::vector<qint64> ids;
         while (!cursor.AtEnd() && run.Step(looked, total)) {
             read = cursor.Next(ids);
@@ -225,6 +231,7 @@ void Form6::Fill(const SearchFilters &filters, const QString &statement)
         }
         model_.Append(ids);
     }
+    ui_->Label13->hide();
     SetWorking(false);
     ShowCount();
     ui_->Label7->setText(statement);
@@ -260,7 +267,6 @@ void Form6::SetWorking(bool working)
     for (QPushButton *action : {ui_->Command1, ui_->Command3, ui_->Command5, ui_->Command6, ui_->Command8})
         action->setEnabled(!working);
     ui_->Command4->setEnabled(!working);
-    ui_->Label13->setVisible(working);
     ui_->ProgressBar2->setVisible(working);
     if (!working && CurrentField() == FocusFallback())
         GiveFocusTo(startedFrom_);
@@ -355,10 +361,7 @@ void Form6::ExportSearchResultsAdif()
     const AdifExport::Next next = RecordsOf(list, place, remarksAsQslMessage);
     bool complete = false;
     {
-        Run run(program_.logbook.LongWork(), program_.processEvents, [this](qint64 done, qint64 all) {
-            ui_->ProgressBar2->setMaximum(int(all));
-            ui_->ProgressBar2->setValue(int(done));
-        });
+        Run run(program_.logbook.LongWork(), program_.processEvents, ProgressOf(*ui_->ProgressBar2));
         complete = command.Write(*path, next, true, [&] { return run.Step(place, list.Size()); });
     }
     SetWorking(false);
@@ -380,10 +383,7 @@ void Form6::ShowProvinces()
     SetWorking(true);
     Result<ProvinceStatistics> statistics = ProvinceStatistics();
     {
-        Run run(program_.logbook.LongWork(), program_.processEvents, [this](qint64 done, qint64 all) {
-            ui_->ProgressBar2->setMaximum(int(all));
-            ui_->ProgressBar2->setValue(int(done));
-        });
+        Run run(program_.logbook.LongWork(), program_.processEvents, ProgressOf(*ui_->ProgressBar2));
         statistics = StatisticsOfList(program_.logbook.Store(), model_.List(), run);
     }
     SetWorking(false);

@@ -114,8 +114,7 @@ bool SatellitePanel::IsActive() const { return !ui_->Frame2->isHidden(); }
 
 QString SatellitePanel::Satellite() const { return ui_->Combo3->currentText(); }
 
-// Until a satellite of the catalogue is chosen no blank stands behind the word.
-QString SatellitePanel::Mode() const { return ui_->Modo->text().remove(u"Modo:"_qs).trimmed(); }
+QString SatellitePanel::Mode() const { return ui_->Modo->text().remove(u"Modo: "_qs); }
 
 UplinkFrequency SatellitePanel::Uplink() const { return ApplyUplink(ui_->Subida->text()); }
 

@@ -82,9 +82,9 @@ private Q_SLOTS:
             const QsoRow row = Rows().last();
             return QStringList{row.Nombre_Sat, row.Modo, row.Frecuencia, row.Banda}.join(u'|');
         };
-        Put("Combo3", "VIEJO-1"); // the catalogue has lost it
+        Put("Combo3", "VIEJO-1"); // the catalogue has lost it, and no click has put a blank behind "Modo:"
         Contact("CX0AA");
-        QCOMPARE(stored(), u"VIEJO-1|FM|3.|80m"_qs);
+        QCOMPARE(stored(), u"VIEJO-1|Modo:FM|3.|80m"_qs);
         Choose("Combo3", "SO-50");
         QCOMPARE(Enabled("Combo1 mhz Text1"), u"---"_qs);
         Click("Command15");

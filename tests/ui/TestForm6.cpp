@@ -215,7 +215,14 @@ private Q_SLOTS:
                 QCOMPARE(Listed(), u"CX1A"_qs);
                 Front()->close();
             });
-        InSearch([&] { QCOMPARE(Text("Label6"), u"60001"_qs); });
+        InSearch([&] {
+            QCOMPARE(Text("Label6"), u"60001"_qs);
+            bool sorting = false; // busy, but "Buscando ..." would be wrong
+            QTimer::singleShot(
+                0, Front(), [&] { sorting = Find("ProgressBar2")->isVisible() && !Find("Label13")->isVisible(); });
+            SortByCall();
+            QVERIFY(sorting);
+        });
         QCOMPARE(Said(), QString());
     }
 

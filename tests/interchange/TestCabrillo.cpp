@@ -294,6 +294,8 @@ private Q_SLOTS:
         // What the row has otherwise, what the operator changed in the text into what, and the findings.
         const std::tuple<QString, QString, QString, QString> cases[] = {
             {u"Fecha="_qs, {}, {}, u"16: falta la fecha; las columnas están corridas desde «1203»"_qs},
+            {u"RSR="_qs, {}, {}, u"16: falta lo recibido"_qs},
+            {u"RSR=12 A"_qs, {}, {}, u"16: la línea tiene 12 palabras y debe tener 11"_qs},
             {u"RSR=Ж"_qs, {}, {}, u"16: recibido: ? en el archivo, Ж en el log"_qs},
             {u"Banda=70cm"_qs, {}, {}, u"16: el formato no conoce la banda «70cm»"_qs},
             {u"Modo=RTTY"_qs, {}, {},
